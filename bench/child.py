@@ -1,0 +1,72 @@
+"""One measurement in a process of its own: child.py WHAT [ARGUMENTS]; started by bench/compare.
+
+The last line printed is a JSON object: the seconds that the one call took (imports and preparations are not counted)
+and the process' peak memory in KiB.
+"""
+import json
+import os
+import sys
+import time
+
+
+def peak_kib():
+    # Not ru_maxrss: that one also remembers the memory of the process which started this one.
+    with open("/proc/self/status") as status:
+        for line in status:
+            if line.startswith("VmHWM:"):
+                return int(line.split()[1])
+    raise RuntimeError("the system does not tell a process' peak memory")
+
+
+def timed(call, *arguments):
+    begin = time.perf_counter()
+    result = call(*arguments)
+    return time.perf_counter() - begin, result
+
+
+def plain_write(path, data):
+    with open(path, "wb", buffering=0) as file:
+        file.write(data)
+
+
+def plain_read(path):
+    with open(path, "rb", buffering=0) as file:
+        return file.read()
+
+
+def new_file(path):
+    """The path, with what an earlier round left there cleared away: every write makes its file anew."""
+    if os.path.exists(path):
+        os.remove(path)
+    return path
+
+
+def measure(what, arguments):
+    if what == "plain-write":
+        target, model = arguments
+        data = b"x" * os.path.getsize(model)
+        return timed(plain_write, new_file(target), data)
+    if what == "plain-read":
+        return timed(plain_read, arguments[0])
+    if what.startswith("pycollada"):
+        import collada
+
+        return timed(collada.Collada, arguments[0]) if what == "pycollada-load" else (0.0, None)
+    import qdsg
+
+    if what == "qdsg-load":
+        return timed(qdsg.load, arguments[0])
+    if what == "qdsg-read":
+        return timed(qdsg.load_nest, arguments[0])
+    if what == "qdsg-save":
+        resource_set = qdsg.create_resource_set_from_node(qdsg.load(arguments[0]))
+        return timed(qdsg.save_resource_set, new_file(arguments[1]), resource_set)
+    assert what == "qdsg-idle"
+    return 0.0, None
+
+
+seconds, kept = measure(sys.argv[1], sys.argv[2:])
+sys.stdout.flush()
+print(json.dumps({"seconds": seconds, "peak_kib": peak_kib()}))
+sys.stdout.flush()
+os._exit(0)  # nobody waits for what is only being cleared away

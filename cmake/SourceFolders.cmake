@@ -1,0 +1,18 @@
+# qdsg_source_folders(ROOT): the folders below ROOT that hold .cpp files, relative to it, in `folders` of the caller; the
+# files of each, as absolute paths, in `sources_of_<folder>`.
+function(qdsg_source_folders root)
+    file(GLOB_RECURSE sources RELATIVE "${root}" CONFIGURE_DEPENDS "${root}/*.cpp")
+    set(found "")
+    foreach(source IN LISTS sources)
+        cmake_path(GET source PARENT_PATH folder)
+        if(NOT folder IN_LIST found)
+            list(APPEND found "${folder}")
+            set(in_${folder} "")
+        endif()
+        list(APPEND in_${folder} "${root}/${source}")
+    endforeach()
+    foreach(folder IN LISTS found)
+        set(sources_of_${folder} "${in_${folder}}" PARENT_SCOPE)
+    endforeach()
+    set(folders "${found}" PARENT_SCOPE)
+endfunction()
