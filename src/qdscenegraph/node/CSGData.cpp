@@ -1,0 +1,40 @@
+#include "qdscenegraph/node/CSGData.h"
+
+namespace
+{
+const SGStreamableRegistration<CSGData> s_objRegistration(0x6B1F0C95D3A84E27, 1, 1);
+}
+
+boost::intrusive_ptr<CSGData> CSGData::CreateCopy(CSGCopyData*) const
+{
+    Log(QD_SCENEGRAPH, LOG_WARNING, "Implement me!");
+    return nullptr;
+}
+
+bool CSGData::PostCopy(CSGCopyData*) { return true; }
+
+bool CSGData::NotifyAddedToNode(CSGNode*) { return true; }
+
+bool CSGData::NotifyRemovedFromNode(CSGNode*) { return true; }
+
+bool CSGData::NotifyNodeDestroyed(CSGNode*) { return true; }
+
+bool CSGData::NotifyNodeAddedToParent(CSGNode*, CSGNode*) { return true; }
+
+bool CSGData::NotifyNodeRemovedFromParent(CSGNode*, CSGNode*) { return true; }
+
+bool CSGData::NotifyDataAddedToNode(CSGNode*, CSGData*) { return true; }
+
+bool CSGData::NotifyDataRemovedFromNode(CSGNode*, CSGData*) { return true; }
+
+bool CSGData::NotifyChildAddedToNode(CSGNode*, CSGNode*) { return true; }
+
+bool CSGData::NotifyChildRemovedFromNode(CSGNode*, CSGNode*) { return true; }
+
+bool CSGData::AttachScene(CSGScene*, CSGNode*) { return true; }
+
+bool CSGData::PopulateRenderLists(CSGScene*, CSGNode*) { return true; }
+
+void CSGData::OutputTransformDebugInfo(const CQDString&) const {}
+
+void CSGData::AddGeomStats(CSGGeomStats&) const {}

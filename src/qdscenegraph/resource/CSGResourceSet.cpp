@@ -1,0 +1,124 @@
+#include "qdscenegraph/resource/CSGResourceSet.h"
+
+#include "qdscenegraph/animation/CSGAnimation.h"
+#include "qdscenegraph/node/CSGCopyData.h"
+
+namespace
+{
+
+CSGNode::CNodePtr CopyWithIgnores(CSGNode* pOriginal, const std::vector<const CSGNode*>& rIgnores)
+{
+    CSGCopyData objCopyData;
+    for (const CSGNode* pIgnored : rIgnores)
+    {
+        objCopyData.Ignore(pIgnored);
+    }
+    return pOriginal->Copy(&objCopyData);
+}
+
+} // namespace
+
+boost::intrusive_ptr<CSGResourceSet> CSGResourceSet::Create() { return CSGMem::Construct<CSGResourceSet>(); }
+
+bool CSGResourceSet::AddTopLevelNode(CSGStreamable* pNode)
+{
+    QD_CHECK_NOT_NULL(pNode, false);
+    m_vecTopLevelNodes.emplace_back(pNode);
+    return true;
+}
+
+CSGStreamable* CSGResourceSet::GetTopLevelNode(int32_t nIndex) const
+{
+    return nIndex >= 0 && nIndex < GetNumTopLevelNodes()
+               ? m_vecTopLevelNodes[static_cast<size_t>(nIndex)].get()
+               : nullptr;
+}
+
+CSGNode* CSGResourceSet::GetFirstNode() const
+{
+    if (m_vecTopLevelNodes.empty())
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Empty resource set.");
+        return nullptr;
+    }
+    CSGStreamable* pFirstNode = m_vecTopLevelNodes.front().get();
+    QD_CHECK_NOT_NULL(pFirstNode, nullptr);
+    auto* pOriginal = dynamic_cast<CSGNode*>(pFirstNode);
+    QD_CHECK_NOT_NULL(pOriginal, nullptr);
+    return pOriginal;
+}
+
+CSGResourceSet::CNodePtr CSGResourceSet::GetSceneGraph() const { return GetSceneGraphWithIgnores({}); }
+
+CSGResourceSet::CNodePtr CSGResourceSet::GetSceneGraphWithIgnores(
+    const std::vector<const CSGNode*>& rIgnores) const
+{
+    CSGNode* pOriginal = GetFirstNode();
+    QD_CHECK_NOT_NULL(pOriginal, nullptr);
+    CNodePtr spCopy = CopyWithIgnores(pOriginal, rIgnores);
+    if (!spCopy)
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Failed to copy scene graph");
+    }
+    return spCopy;
+}
+
+CSGNode* CSGResourceSet::GetNode(const CQDCompactString& rName) const
+{
+    const CSGNode* pOriginal = GetFirstNode();
+    QD_CHECK_NOT_NULL(pOriginal, nullptr);
+    CSGNode* pNode = pOriginal->FindNodeByGlobalName(rName);
+    if (pNode == nullptr)
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Couldn't find descendant with name '%s'", rName);
+    }
+    return pNode;
+}
+
+CSGResourceSet::CNodePtr CSGResourceSet::GetNodeWithIgnores(const CQDCompactString& rName,
+                                                            const std::vector<const CSGNode*>& rIgnores) const
+{
+    CSGNode* pNode = GetNode(rName);
+    if (pNode == nullptr)
+    {
+        return nullptr;
+    }
+    CNodePtr spCopy = CopyWithIgnores(pNode, rIgnores);
+    if (!spCopy)
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Failed to copy node '%s'", rName);
+    }
+    return spCopy;
+}
+
+bool CSGResourceSet::RenameNode(const CQDCompactString& rOldName, const CQDCompactString& rNewName)
+{
+    for (const auto& spTopLevelNode : m_vecTopLevelNodes)
+    {
+        const auto* pRoot = dynamic_cast<const CSGNode*>(spTopLevelNode.get());
+        CSGNode* pNode = pRoot != nullptr ? pRoot->FindNodeByGlobalName(rOldName) : nullptr;
+        if (pNode != nullptr)
+        {
+            pNode->SetGlobalName(rNewName);
+            if (pNode->GetLocalName() == rOldName)
+            {
+                pNode->SetLocalName(rNewName);
+            }
+            return true;
+        }
+    }
+    Log(QD_SCENEGRAPH, LOG_ERROR, "Couldn't find descendant with name '%s'", rOldName);
+    return false;
+}
+
+bool CSGResourceSet::GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) const
+{
+    for (const auto& spTopLevelNode : m_vecTopLevelNodes)
+    {
+        if (auto* pAnimation = dynamic_cast<CSGAnimation*>(spTopLevelNode.get()))
+        {
+            rvecAnimations.push_back(pAnimation);
+        }
+    }
+    return true;
+}

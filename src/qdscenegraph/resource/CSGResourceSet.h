@@ -1,0 +1,59 @@
+// The unit that is saved to and loaded from a NEST file: an ordered list of top-level objects, by convention
+// the scene's root node followed by its animations.
+#pragma once
+
+#include "qdcommon/CQDCompactString.h"
+#include "qdscenegraph/node/CSGNode.h"
+#include "qdscenegraph/object/CSGTombstone.h"
+
+class CSGAnimation;
+
+// Which axis of a scene points up. A NEST file does not keep it.
+enum EUpAxis
+{
+    UP_AXIS_X,
+    UP_AXIS_Y,
+    UP_AXIS_Z
+};
+
+class CSGResourceSet : public CSGObject, public CEnableSGObjectWPtr
+{
+  public:
+    using CNodePtr = CSGNode::CNodePtr;
+
+    static boost::intrusive_ptr<CSGResourceSet> Create();
+    size_t GetObjectSize() const override { return sizeof(CSGResourceSet); }
+
+    EUpAxis GetUpAxis() const { return m_eUpAxis; }
+    void SetUpAxis(EUpAxis eUpAxis) { m_eUpAxis = eUpAxis; }
+
+    // Appends an object; one that is added twice is listed twice.
+    bool AddTopLevelNode(CSGStreamable* pNode);
+    int32_t GetNumTopLevelNodes() const { return static_cast<int32_t>(m_vecTopLevelNodes.size()); }
+    // Null for an index outside the set.
+    CSGStreamable* GetTopLevelNode(int32_t nIndex) const;
+
+    // The first object, when it is a node; null (reported) otherwise.
+    CSGNode* GetFirstNode() const;
+    // A copy of the first node's tree: the set's own nodes are never handed out here. Null (reported) on
+    // failure.
+    CNodePtr GetSceneGraph() const;
+    // The same without the given nodes and everything below them.
+    CNodePtr GetSceneGraphWithIgnores(const std::vector<const CSGNode*>& rIgnores) const;
+    // The first node with the global name in the first node's tree; null (reported) when there is none.
+    CSGNode* GetNode(const CQDCompactString& rName) const;
+    // A copy of that node's tree without the given nodes.
+    CNodePtr GetNodeWithIgnores(const CQDCompactString& rName,
+                                const std::vector<const CSGNode*>& rIgnores) const;
+
+    // Gives the first node with the old global name, in document order over all top-level nodes, the new one;
+    // a local name that was the same changes with it. False (reported) when there is no such node.
+    bool RenameNode(const CQDCompactString& rOldName, const CQDCompactString& rNewName);
+
+    // Appends the set's animations in their order.
+    bool GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) const;
+
+  private:
+    std::vector<boost::intrusive_ptr<CSGStreamable>> m_vecTopLevelNodes;
+    EUpAxis m_eUpAxis = UP_AXIS_Z;
+};
