@@ -1,5 +1,6 @@
 #include "qdcommon/CLogOutput_Std.h"
 
+#include "qdcommon/CLogSource.h"
 #include "qdcommon/CLogger.h"
 
 #include <cstdio>
@@ -22,7 +23,12 @@ bool CLogOutput_Std::InstallStdOut()
     return true;
 }
 
-void CLogOutput_Std::WriteLine(std::string_view strLine, int)
+void CLogOutput_Std::WriteLine(std::string_view strLine, int nLevel)
 {
     std::fwrite(strLine.data(), 1, strLine.size(), stdout);
+    if (nLevel <= LOG_ERROR)
+    {
+        // What went wrong must be seen before what the program says about it.
+        std::fflush(stdout);
+    }
 }
