@@ -28,8 +28,14 @@ class CTempFile
     std::string GetName() const { return m_objPath.string(); }
     void WriteBytes(const std::string& rBytes) const
     {
+        Remove(); // writing over a file's content makes some file systems wait for the disk
         std::ofstream(m_objPath, std::ios::binary)
             .write(rBytes.data(), static_cast<std::streamsize>(rBytes.size()));
+    }
+    void Remove() const
+    {
+        std::error_code objError;
+        std::filesystem::remove(m_objPath, objError);
     }
     std::string ReadBytes() const
     {
