@@ -1,0 +1,164 @@
+#include "qdscenegraph/geometry/CSGGeomList.h"
+
+#include "qdcommon/CStream.h"
+#include "qdscenegraph/geometry/CSGLoadedLink.h"
+#include "qdscenegraph/streaming/CSGStreamableLoadState.h"
+#include "qdscenegraph/streaming/CSGStreamableSaveState.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace
+{
+const SGStreamableRegistration<CSGGeomList> s_objRegistration(0x92BFEE0287497AEE, 1, 1);
+}
+
+boost::intrusive_ptr<CSGGeomList> CSGGeomList::Create() { return CSGMem::Construct<CSGGeomList>(); }
+
+bool CSGGeomList::AddBinding(const boost::intrusive_ptr<CSGGeomBinding>& spBinding)
+{
+    QD_CHECK_ARG(spBinding, false);
+    m_vecBindings.push_back(spBinding);
+    m_objEditStamp.Renew();
+    return true;
+}
+
+bool CSGGeomList::RemoveBinding(const CSGGeomBinding* pBinding)
+{
+    QD_CHECK_ARG(pBinding, false);
+    const auto it = std::ranges::find(m_vecBindings, pBinding, &boost::intrusive_ptr<CSGGeomBinding>::get);
+    QD_CHECK(it != m_vecBindings.end(), false);
+    m_vecBindings.erase(it);
+    m_objEditStamp.Renew();
+    return true;
+}
+
+CSGGeomBinding* CSGGeomList::GetBinding(int32_t nBinding) const
+{
+    return nBinding >= 0 && nBinding < GetNumBindings() ? m_vecBindings[static_cast<size_t>(nBinding)].get()
+                                                        : nullptr;
+}
+
+std::vector<CSGVertexBuffer*> CSGGeomList::GetVertexBuffers() const
+{
+    std::vector<CSGVertexBuffer*> vecBuffers;
+    std::unordered_set<const CSGVertexBuffer*> setSeen;
+    for (const auto& spBinding : m_vecBindings)
+    {
+        CSGVertexBuffer* pBuffer = spBinding->GetVertexBuffer();
+        if (setSeen.insert(pBuffer).second)
+        {
+            vecBuffers.push_back(pBuffer);
+        }
+    }
+    return vecBuffers;
+}
+
+CSGBounds CSGGeomList::ComputeBounds() const
+{
+    const std::vector<CSGVertexBuffer*> vecBuffers = GetVertexBuffers();
+    // The usual case, and the one where instances of one mesh share the work.
+    if (vecBuffers.size() == 1)
+    {
+        return vecBuffers[0]->GetBounds();
+    }
+    CSGBounds objBounds;
+    for (const CSGVertexBuffer* pBuffer : vecBuffers)
+    {
+        objBounds.m_objBox.Add(pBuffer->GetBounds().m_objBox);
+    }
+    if (!objBounds.m_objBox.IsEmpty())
+    {
+        CSGBoundingSphere& rSphere = objBounds.m_objSphere;
+        rSphere.m_objCenter = objBounds.m_objBox.GetCenter();
+        for (const CSGVertexBuffer* pBuffer : vecBuffers)
+        {
+            rSphere.m_fRadius = std::max(rSphere.m_fRadius, pBuffer->GetRadiusAround(rSphere.m_objCenter));
+        }
+    }
+    return objBounds;
+}
+
+uint64_t CSGGeomList::GetNewestStamp() const
+{
+    uint64_t uiNewest = m_objEditStamp.Get();
+    for (const auto& spBinding : m_vecBindings)
+    {
+        // While a file is loaded, what it leaves out has perhaps not been found yet.
+        if (const CSGVertexBuffer* pBuffer = spBinding ? spBinding->GetVertexBuffer() : nullptr)
+        {
+            uiNewest = std::max(uiNewest, pBuffer->GetEditStamp().Get());
+        }
+    }
+    return uiNewest;
+}
+
+bool CSGGeomList::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)
+{
+    QD_CHECK_ARG(pStream, false);
+    QD_CHECK_ARG(pLoadState, false);
+    QD_CHECK(pStream->CanRead(1, sizeof(int32_t)), false);
+    const int32_t nBindings = pStream->ReadInt32();
+    QD_CHECK(pStream->CanRead(nBindings, sizeof(int32_t)), false);
+    m_vecBindings.resize(static_cast<size_t>(nBindings));
+    for (int32_t nBinding = 0; nBinding < nBindings; ++nBinding)
+    {
+        QD_CHECK_CALL(pLoadState->ReadChildID(pStream, this, nBinding), false);
+    }
+    return true;
+}
+
+bool CSGGeomList::WriteToStream(CStream* pStream, CSGStreamableSaveState* pSaveState)
+{
+    QD_CHECK_ARG(pStream, false);
+    QD_CHECK_ARG(pSaveState, false);
+    pStream->WriteInt32(GetNumBindings());
+    for (const auto& spBinding : m_vecBindings)
+    {
+        QD_CHECK_CALL(pSaveState->WriteChildID(pStream, spBinding.get()), false);
+    }
+    return true;
+}
+
+bool CSGGeomList::NotifyObjectLoaded(int32_t nCookie, CSGStreamable* pChild, CSGStreamableLoadState*)
+{
+    QD_CHECK(nCookie >= 0 && nCookie < GetNumBindings(), false);
+    return SetLoadedLink(m_vecBindings[static_cast<size_t>(nCookie)], pChild);
+}
+
+bool CSGGeomList::PreWrite(CSGStreamableSaveState* pSaveState)
+{
+    QD_CHECK_ARG(pSaveState, false);
+    // Many nodes may share a long list.
+    if (pSaveState->HasObject(this))
+    {
+        return true;
+    }
+    QD_CHECK_CALL(CSGStreamable::PreWrite(pSaveState), false);
+    for (const auto& spBinding : m_vecBindings)
+    {
+        QD_CHECK_CALL(spBinding->PreWrite(pSaveState), false);
+    }
+    return true;
+}
+
+bool CSGGeomList::PostRead(CSGStreamableLoadState*)
+{
+    for (const auto& spBinding : m_vecBindings)
+    {
+        QD_CHECK_NOT_NULL(spBinding, false);
+    }
+    return true;
+}
+
+void CSGGeomList::DropLinks() { m_vecBindings.clear(); }
+
+void CSGGeomList::OutputDebugInfo(const CQDString& rIndent) const
+{
+    Log(QD_SCENEGRAPH, LOG_INFO, "%sCSGGeomList: 0x%08llX - Bindings: %d", rIndent, LogAddress(this),
+        GetNumBindings());
+    for (const auto& spBinding : m_vecBindings)
+    {
+        spBinding->OutputDebugInfo(rIndent + "    ");
+    }
+}
