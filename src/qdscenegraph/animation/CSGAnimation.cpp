@@ -4,7 +4,7 @@
 
 namespace
 {
-const SGStreamableRegistration<CSGAnimation> s_objRegistration(0x3E85D7F1640BC29A, 2, 2);
+const SGStreamableRegistration<CSGAnimation> s_objRegistration(0x46CECCBFB6257147, 2, 2);
 }
 
 bool CSGAnimation::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)

@@ -2,7 +2,7 @@
 
 namespace
 {
-const SGStreamableRegistration<CSGData> s_objRegistration(0x6B1F0C95D3A84E27, 1, 1);
+const SGStreamableRegistration<CSGData> s_objRegistration(0x71461D30E88B44F3, 1, 1);
 }
 
 boost::intrusive_ptr<CSGData> CSGData::CreateCopy(CSGCopyData*) const

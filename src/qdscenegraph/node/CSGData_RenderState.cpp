@@ -11,7 +11,7 @@
 
 namespace
 {
-const SGStreamableRegistration<CSGData_RenderState> s_objRegistration(0x5A0E93C417BD682F, 1, 2);
+const SGStreamableRegistration<CSGData_RenderState> s_objRegistration(0x10CC64D588311295, 1, 2);
 }
 
 boost::intrusive_ptr<CSGData_RenderState> CSGData_RenderState::GetOrCreateFromNode(CSGNode* pNode)

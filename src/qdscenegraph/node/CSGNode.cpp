@@ -10,7 +10,7 @@
 namespace
 {
 
-const SGStreamableRegistration<CSGNode> s_objRegistration(0x1D4C7E60F2A95B38, 1, 1);
+const SGStreamableRegistration<CSGNode> s_objRegistration(0x2B14FFFA087B3E28, 1, 1);
 
 // Children of destroyed nodes wait here for their turn, so that destroying a deep tree does not recurse.
 std::vector<CSGNode::CNodePtr> s_vecOrphans;

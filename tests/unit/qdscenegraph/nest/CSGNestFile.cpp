@@ -16,8 +16,8 @@ using namespace std::string_literals;
 namespace
 {
 
-constexpr uint64_t NODE_GUID = 0x1D4C7E60F2A95B38;
-constexpr uint64_t DATA_GUID = 0x6B1F0C95D3A84E27;
+constexpr uint64_t NODE_GUID = 0x2B14FFFA087B3E28;
+constexpr uint64_t DATA_GUID = 0x71461D30E88B44F3;
 constexpr uint64_t TEST_GUID = 0x7200000000000001;
 const SGStreamableRegistration<CTestData<1>> s_objTestData(TEST_GUID, 1, 3);
 
@@ -138,14 +138,14 @@ TEST(Nest, RefusedFiles)
         {Header() + NODE_TYPES + I(0) + I(2000000000) + strType, "1 The object count 2000000000 of \""},
         {Header() + I(0) + I(0), "1 The object count -1 of \""},
         {Header() + I(0) + I(0) + I(1) + NodeRecord("a", {}, {}),
-         "1 Encountered Type CSGNode GUID 2111201280183065400 for object ID 0 with no version specified in "
+         "1 Encountered Type CSGNode GUID 3104387492514315816 for object ID 0 with no version specified in "
          "header"},
         {Header() + I(0) + I(0) + I(1) + Bytes(uint64_t(42)),
          "1 Unknown GUID 42 encountered for object ID 0"},
         {Header() + I(1) + Bytes(NODE_GUID) + I(2) + I(0) + I(1) + NodeRecord("a", {}, {}),
-         "1 Type CSGNode GUID 2111201280183065400 for object ID 0 has unsupported version 2"},
+         "1 Type CSGNode GUID 3104387492514315816 for object ID 0 has unsupported version 2"},
         {Header() + I(1) + Bytes(DATA_GUID) + I(1) + I(0) + I(1) + Bytes(DATA_GUID),
-         "1 Failed to create object of Type CSGData GUID 7718902123977002535 for object ID 0 version 1"},
+         "1 Failed to create object of Type CSGData GUID 8162243470552679667 for object ID 0 version 1"},
         {Header() + NODE_TYPES + I(0) + I(2) + NodeRecord("a", {}, {1}) + NodeRecord("b", {}, {1}),
          "1 !pChild->HasParent() is false"},
         {Header() + NODE_TYPES + I(0) + I(2) + NodeRecord("a", {}, {1}) + NodeRecord("b", {}, {0}),
