@@ -7,41 +7,95 @@
 #include <limits>
 #include <memory>
 #include <new>
-#include <unordered_set>
+#include <vector>
 
 namespace
 {
 
 using CEntry = CQDCharAllocator::CEntry;
 
-struct CKey
+// The texts that are held: open addressing over the hashes. A slot keeps some bits of its text's hash, so
+// that a look-up touches the text itself only where it most likely agrees.
+class CTable
 {
-    std::string_view strText;
-    size_t nHash;
-};
-
-struct CHash
-{
-    using is_transparent = void;
-    size_t operator()(const CEntry* pEntry) const { return pEntry->nHash; }
-    size_t operator()(const CKey& rKey) const { return rKey.nHash; }
-};
-
-struct CEqual
-{
-    using is_transparent = void;
-    bool operator()(const CEntry* pA, const CEntry* pB) const { return pA == pB; }
-    bool operator()(const CKey& rKey, const CEntry* pEntry) const
+  public:
+    // The slot of the text, or the vacant one where it would stand.
+    size_t FindSlot(std::string_view strText, size_t nHash) const
     {
-        return rKey.strText == pEntry->GetView();
+        const uint32_t uiTag = GetTag(nHash);
+        size_t nSlot = nHash & GetMask();
+        while (m_vecSlots[nSlot].m_pEntry != nullptr &&
+               (m_vecSlots[nSlot].m_uiTag != uiTag || m_vecSlots[nSlot].m_pEntry->GetView() != strText))
+        {
+            nSlot = (nSlot + 1) & GetMask();
+        }
+        return nSlot;
     }
-    bool operator()(const CEntry* pEntry, const CKey& rKey) const
-    {
-        return rKey.strText == pEntry->GetView();
-    }
-};
+    CEntry* GetEntry(size_t nSlot) const { return m_vecSlots[nSlot].m_pEntry; }
+    size_t GetCount() const { return m_nCount; }
 
-using CTable = std::unordered_set<CEntry*, CHash, CEqual>;
+    void Insert(size_t nSlot, CEntry* pEntry)
+    {
+        m_vecSlots[nSlot] = {pEntry, GetTag(pEntry->nHash)};
+        if (2 * ++m_nCount > m_vecSlots.size())
+        {
+            Grow();
+        }
+    }
+
+    void Erase(const CEntry* pEntry)
+    {
+        size_t nSlot = pEntry->nHash & GetMask();
+        while (m_vecSlots[nSlot].m_pEntry != pEntry)
+        {
+            nSlot = (nSlot + 1) & GetMask();
+        }
+        // Those behind it that would not be found across the gap move up.
+        for (size_t nNext = (nSlot + 1) & GetMask(); m_vecSlots[nNext].m_pEntry != nullptr;
+             nNext = (nNext + 1) & GetMask())
+        {
+            const size_t nHome = m_vecSlots[nNext].m_pEntry->nHash & GetMask();
+            if (((nNext - nHome) & GetMask()) >= ((nNext - nSlot) & GetMask()))
+            {
+                m_vecSlots[nSlot] = m_vecSlots[nNext];
+                nSlot = nNext;
+            }
+        }
+        m_vecSlots[nSlot] = {};
+        --m_nCount;
+    }
+
+  private:
+    struct CSlot
+    {
+        CEntry* m_pEntry = nullptr;
+        uint32_t m_uiTag = 0;
+    };
+
+    static uint32_t GetTag(size_t nHash) { return static_cast<uint32_t>(nHash >> 32); }
+    size_t GetMask() const { return m_vecSlots.size() - 1; }
+
+    void Grow()
+    {
+        std::vector<CSlot> vecSlots(2 * m_vecSlots.size());
+        vecSlots.swap(m_vecSlots);
+        for (const CSlot& rSlot : vecSlots)
+        {
+            if (rSlot.m_pEntry != nullptr)
+            {
+                size_t nSlot = rSlot.m_pEntry->nHash & GetMask();
+                while (m_vecSlots[nSlot].m_pEntry != nullptr)
+                {
+                    nSlot = (nSlot + 1) & GetMask();
+                }
+                m_vecSlots[nSlot] = rSlot;
+            }
+        }
+    }
+
+    std::vector<CSlot> m_vecSlots{1024}; // a power of two
+    size_t m_nCount = 0;
+};
 
 // Never destroyed: names with static lifetime are released after everything else is gone.
 CTable& GetTable()
@@ -66,12 +120,13 @@ CEntry* CQDCharAllocator::Acquire(std::string_view strText)
     {
         return nullptr;
     }
-    const CKey objKey{strText, std::hash<std::string_view>()(strText)};
+    const size_t nHash = std::hash<std::string_view>()(strText);
     CTable& rTable = GetTable();
-    if (const auto it = rTable.find(objKey); it != rTable.end())
+    const size_t nSlot = rTable.FindSlot(strText, nHash);
+    if (CEntry* pEntry = rTable.GetEntry(nSlot))
     {
-        ++(*it)->nRefCount;
-        return *it;
+        ++pEntry->nRefCount;
+        return pEntry;
     }
     const auto uiLength = static_cast<uint32_t>(strText.size());
     void* pBlock = GetPool().Alloc(GetEntrySize(uiLength));
@@ -79,11 +134,11 @@ CEntry* CQDCharAllocator::Acquire(std::string_view strText)
     {
         return nullptr;
     }
-    auto* pEntry = ::new (pBlock) CEntry{1, uiLength, objKey.nHash};
+    auto* pEntry = ::new (pBlock) CEntry{1, uiLength, nHash};
     char* pChars = reinterpret_cast<char*>(pEntry + 1);
     std::memcpy(pChars, strText.data(), strText.size());
     pChars[uiLength] = '\0';
-    rTable.insert(pEntry);
+    rTable.Insert(nSlot, pEntry);
     return pEntry;
 }
 
@@ -91,9 +146,9 @@ void CQDCharAllocator::Release(CEntry* pEntry)
 {
     if (--pEntry->nRefCount == 0)
     {
-        GetTable().erase(pEntry);
+        GetTable().Erase(pEntry);
         GetPool().Free(pEntry, GetEntrySize(pEntry->uiLength));
     }
 }
 
-size_t CQDCharAllocator::GetNumTexts() { return GetTable().size(); }
+size_t CQDCharAllocator::GetNumTexts() { return GetTable().GetCount(); }

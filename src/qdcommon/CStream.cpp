@@ -44,18 +44,18 @@ void AppendUTF8(CQDString& rText, uint32_t uiCodePoint)
 }
 
 // A surrogate without its other half becomes U+FFFD.
-CQDString ToUTF8(const char16_t* pUnits, size_t nCount)
+CQDString ToUTF8(const std::u16string& rUnits)
 {
     CQDString strText;
-    strText.reserve(nCount);
-    for (size_t n = 0; n < nCount; ++n)
+    strText.reserve(rUnits.size());
+    for (size_t n = 0; n < rUnits.size(); ++n)
     {
-        uint32_t uiCodePoint = pUnits[n];
+        uint32_t uiCodePoint = rUnits[n];
         if ((uiCodePoint & 0xF800) == 0xD800)
         {
-            const bool bPair =
-                (uiCodePoint & 0xFC00) == 0xD800 && n + 1 < nCount && (pUnits[n + 1] & 0xFC00) == 0xDC00;
-            uiCodePoint = bPair ? 0x10000 + ((uiCodePoint & 0x3FF) << 10) + (pUnits[++n] & 0x3FFu) : 0xFFFD;
+            const bool bPair = (uiCodePoint & 0xFC00) == 0xD800 && n + 1 < rUnits.size() &&
+                               (rUnits[n + 1] & 0xFC00) == 0xDC00;
+            uiCodePoint = bPair ? 0x10000 + ((uiCodePoint & 0x3FF) << 10) + (rUnits[++n] & 0x3FFu) : 0xFFFD;
         }
         AppendUTF8(strText, uiCodePoint);
     }
@@ -180,11 +180,12 @@ void CStream::WriteString(const CQDString& rText) { WriteString(rText.c_str()); 
 
 void CStream::WriteString(const CQDCompactString& rText) { WriteString(rText.c_str()); }
 
-std::unique_ptr<char[]> CStream::ReadString()
+bool CStream::ReadText(CQDString& rText)
 {
+    rText.clear();
     if (m_nStringMode != STRINGS_8_BIT && m_nStringMode != STRINGS_UTF16)
     {
-        return nullptr;
+        return false;
     }
     const size_t nUnitSize = m_nStringMode == STRINGS_UTF16 ? 2 : 1;
     const size_t nCount = ReadUInt32();
@@ -193,36 +194,48 @@ std::unique_ptr<char[]> CStream::ReadString()
         Log(QD_DEFAULT, LOG_ERROR,
             "String of %lld characters is longer than the %lld bytes left in the stream.",
             static_cast<long long>(nCount), static_cast<long long>(GetBytesLeft()));
+        return false;
+    }
+    try
+    {
+        if (m_nStringMode == STRINGS_8_BIT)
+        {
+            rText.resize(nCount);
+            Read(rText.data(), nCount);
+        }
+        else
+        {
+            std::u16string strUnits(nCount, u'\0');
+            Read(strUnits.data(), 2 * nCount);
+            rText = ToUTF8(strUnits);
+        }
+    }
+    catch (const std::bad_alloc&)
+    {
+        QD_CHECK_FAILED("Creation of %s failed", "rText");
+        return false;
+    }
+    rText.resize(std::strlen(rText.c_str())); // a zero ends a string
+    return true;
+}
+
+std::unique_ptr<char[]> CStream::ReadString()
+{
+    CQDString strText;
+    if (!ReadText(strText))
+    {
         return nullptr;
     }
-    const auto Make = [](size_t nLength) {
-        return std::unique_ptr<char[]>(new (std::nothrow) char[nLength + 1]());
-    };
-    if (m_nStringMode == STRINGS_8_BIT)
-    {
-        std::unique_ptr<char[]> arrText = Make(nCount);
-        QD_CHECK_CREATED(arrText, nullptr);
-        Read(arrText.get(), nCount);
-        return arrText;
-    }
-    const std::unique_ptr<char16_t[]> arrUnits(new (std::nothrow) char16_t[nCount + 1]());
-    QD_CHECK_CREATED(arrUnits, nullptr);
-    Read(arrUnits.get(), 2 * nCount);
-    const CQDString strText = ToUTF8(arrUnits.get(), nCount);
-    std::unique_ptr<char[]> arrText = Make(strText.size());
+    std::unique_ptr<char[]> arrText(new (std::nothrow) char[strText.size() + 1]());
     QD_CHECK_CREATED(arrText, nullptr);
     std::memcpy(arrText.get(), strText.data(), strText.size());
     return arrText;
 }
 
-void CStream::ReadString(CQDString& rText)
-{
-    const std::unique_ptr<char[]> arrText = ReadString();
-    rText = arrText ? arrText.get() : "";
-}
+void CStream::ReadString(CQDString& rText) { ReadText(rText); }
 
 void CStream::ReadString(CQDCompactString& rText)
 {
-    const std::unique_ptr<char[]> arrText = ReadString();
-    rText = CQDCompactString(arrText ? arrText.get() : "");
+    ReadText(m_strScratch);
+    rText = CQDCompactString(m_strScratch);
 }

@@ -93,6 +93,8 @@ class CStream
         return value;
     }
     void WriteText(const char* pChars, size_t nCount);
+    // False, and the empty string, where ReadString is null.
+    bool ReadText(CQDString& rText);
 
     std::unique_ptr<std::streambuf> m_spBuffer;
     int32_t m_nStringMode = STRINGS_8_BIT;
@@ -101,4 +103,5 @@ class CStream
     int64_t m_nReadPosition = 0;
     int64_t m_nWritePosition = 0;
     int64_t m_nSize = 0;
+    CQDString m_strScratch; // names are read here first
 };

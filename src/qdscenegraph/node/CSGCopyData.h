@@ -1,8 +1,8 @@
 // The state of one copy of a subgraph: what is left out, and which copy stands for which original.
 #pragma once
 
-#include <boost/smart_ptr/intrusive_ptr.hpp>
-#include <unordered_map>
+#include "qdcommon/CPointerMap.h"
+
 #include <unordered_set>
 
 class CSGNode;
@@ -18,16 +18,12 @@ class CSGCopyData
         return !m_setIgnored.empty() && m_setIgnored.contains(pObject);
     }
 
-    void AddCopy(const CSGNode* pOriginal, CSGNode* pCopy) { m_mapNodes.emplace(pOriginal, pCopy); }
+    void AddCopy(const CSGNode* pOriginal, CSGNode* pCopy) { m_mapNodes.Add(pOriginal, pCopy); }
     // Null for a node that was not copied. The copies own each other and live as long as the root of the
     // copy.
-    CSGNode* FindCopy(const CSGNode* pOriginal) const
-    {
-        const auto it = m_mapNodes.find(pOriginal);
-        return it != m_mapNodes.end() ? it->second : nullptr;
-    }
+    CSGNode* FindCopy(const CSGNode* pOriginal) const { return m_mapNodes.Find(pOriginal, nullptr); }
 
   private:
     std::unordered_set<const CSGObject*> m_setIgnored;
-    std::unordered_map<const CSGNode*, CSGNode*> m_mapNodes;
+    CPointerMap<CSGNode*> m_mapNodes;
 };

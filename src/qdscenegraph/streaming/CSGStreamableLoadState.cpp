@@ -2,6 +2,8 @@
 
 #include "qdcommon/CStream.h"
 
+#include <algorithm>
+
 CSGStreamableLoadState::~CSGStreamableLoadState()
 {
     if (!m_bComplete)
@@ -86,18 +88,25 @@ bool CSGStreamableLoadState::ReadChildID(CStream* pStream, CSGStreamable* pObjec
     return true;
 }
 
+int32_t CSGStreamableLoadState::FindID(const CSGStreamable* pStreamable) const
+{
+    const auto it = std::ranges::find(m_vecObjects, pStreamable,
+                                      [](const CSlot& rSlot) { return rSlot.m_pObject.get(); });
+    return it != m_vecObjects.end() ? static_cast<int32_t>(it - m_vecObjects.begin()) : -1;
+}
+
 bool CSGStreamableLoadState::NotifyObjectLoaded(CSGStreamable* pStreamable, int32_t nID)
 {
     QD_CHECK_ARG(pStreamable, false);
     const int32_t nNumObjects = GetNumObjects();
     QD_CHECK_OR_RETURN(nID >= 0 && nID < nNumObjects, "%s is false", "(nID>=0) && (nID < nNumObjects)",
                        false);
-    const int32_t nExistingID = m_mapObjectIDs.Find(pStreamable);
+    // An object that its maker alone holds cannot be here already.
+    const int32_t nExistingID = pStreamable->GetRefCount() > 1 ? FindID(pStreamable) : -1;
     QD_CHECK(nExistingID < 0, false);
     CSlot* pLoadState = &m_vecObjects[static_cast<size_t>(nID)];
     QD_CHECK(pLoadState->m_pObject == 0, false);
     pLoadState->m_pObject = pStreamable;
-    m_mapObjectIDs.Add(pStreamable, nID);
     m_nNumLoaded = nID + 1;
     for (int32_t n = pLoadState->m_nFirstPending; n >= 0;)
     {

@@ -1,7 +1,6 @@
 // The state of one load: which objects are there, and which links wait for objects that are not.
 #pragma once
 
-#include "qdscenegraph/streaming/CSGObjectIDMap.h"
 #include "qdscenegraph/streaming/CSGStreamable.h"
 #include "qdscenegraph/streaming/CSGStreamableState.h"
 
@@ -68,10 +67,10 @@ class CSGStreamableLoadState : public CSGStreamableState
     };
 
     int32_t DoGetVersionToRead(const SGStreamableType* pType);
+    int32_t FindID(const CSGStreamable* pStreamable) const;
     CSGStreamable* GetOrNeedObject(int32_t nID, CSGStreamable* pObjectToNotify, int32_t nCookie);
 
     std::vector<CSlot> m_vecObjects;
-    CSGObjectIDMap m_mapObjectIDs;
     std::vector<CNotification> m_vecPending;
     std::vector<CLink> m_vecLinks;
     int32_t m_nNumLoaded = 0; // objects load in the order of their ids

@@ -37,7 +37,7 @@ CSGStreamable* CSGStreamableSaveState::GetObject(int32_t nID) const
 
 int32_t CSGStreamableSaveState::GetObjectID(const CSGStreamable* pStreamable) const
 {
-    const int32_t nID = m_mapObjectIDs.Find(pStreamable);
+    const int32_t nID = m_mapObjectIDs.Find(pStreamable, -1);
     QD_CHECK(nID >= 0, -1);
     return nID;
 }

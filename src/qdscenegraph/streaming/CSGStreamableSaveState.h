@@ -1,7 +1,7 @@
 // The state of one save: which objects are saved, under which ids, and their types.
 #pragma once
 
-#include "qdscenegraph/streaming/CSGObjectIDMap.h"
+#include "qdcommon/CPointerMap.h"
 #include "qdscenegraph/streaming/CSGStreamableState.h"
 
 class CSGStreamable;
@@ -13,7 +13,10 @@ class CSGStreamableSaveState : public CSGStreamableState
     // Gives the object the next id (0, 1, ...) and its type a header; nothing happens for an object that has
     // an id. The object must live as long as the save state.
     bool AddObject(CSGStreamable* pStreamable);
-    bool HasObject(const CSGStreamable* pStreamable) const { return m_mapObjectIDs.Find(pStreamable) >= 0; }
+    bool HasObject(const CSGStreamable* pStreamable) const
+    {
+        return m_mapObjectIDs.Find(pStreamable, -1) >= 0;
+    }
 
     const SGStreamableType* GetType(int32_t nTypeIndex) const { return DoGetType(nTypeIndex); }
     int32_t GetNumObjects() const { return static_cast<int32_t>(m_vecObjects.size()); }
@@ -26,7 +29,7 @@ class CSGStreamableSaveState : public CSGStreamableState
 
   private:
     std::vector<CSGStreamable*> m_vecObjects;
-    CSGObjectIDMap m_mapObjectIDs;
+    CPointerMap<int32_t> m_mapObjectIDs;
     // The type of the object added last: runs of one type are the rule.
     const SGStreamableType* m_pLastType = nullptr;
 };

@@ -1,21 +1,28 @@
-// The ids of objects: an open-addressing hash from an object's address to a number.
+// A map from the address of an object to a small value: open addressing, one flat array.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-class CSGObjectIDMap
+// Entries are never taken out. T is cheap to copy.
+template <class T>
+class CPointerMap
 {
   public:
-    // -1 for an object that was not added.
-    int32_t Find(const void* pObject) const
+    // The value of an object that was not added is the fallback.
+    T Find(const void* pObject, T fallback) const
     {
-        return m_vecEntries.empty() ? -1 : m_vecEntries[FindSlot(m_vecEntries, pObject)].m_nID;
+        if (m_vecEntries.empty())
+        {
+            return fallback;
+        }
+        const CEntry& rEntry = m_vecEntries[FindSlot(m_vecEntries, pObject)];
+        return rEntry.m_pObject != nullptr ? rEntry.m_value : fallback;
     }
 
-    // False for an object that is there already; it keeps its id.
-    bool Add(const void* pObject, int32_t nID)
+    // False for an object that is there already; it keeps its value.
+    bool Add(const void* pObject, T value)
     {
         if (2 * (m_nCount + 1) > m_vecEntries.size())
         {
@@ -26,7 +33,7 @@ class CSGObjectIDMap
         {
             return false;
         }
-        rEntry = {pObject, nID};
+        rEntry = {pObject, value};
         ++m_nCount;
         return true;
     }
@@ -35,14 +42,15 @@ class CSGObjectIDMap
     struct CEntry
     {
         const void* m_pObject = nullptr;
-        int32_t m_nID = -1;
+        T m_value{};
     };
 
     // The slot of the object, or the vacant one where it would stand. At least one slot is vacant.
     static size_t FindSlot(const std::vector<CEntry>& rEntries, const void* pObject)
     {
         const size_t nMask = rEntries.size() - 1;
-        uint64_t uiHash = reinterpret_cast<uintptr_t>(pObject) * 0x9E3779B97F4A7C15u; // 2^64 / golden ratio
+        const uint64_t uiHash =
+            reinterpret_cast<uintptr_t>(pObject) * 0x9E3779B97F4A7C15u; // 2^64 / golden ratio
         size_t nSlot = static_cast<size_t>(uiHash >> 32) & nMask;
         while (rEntries[nSlot].m_pObject != nullptr && rEntries[nSlot].m_pObject != pObject)
         {
