@@ -1,0 +1,18 @@
+// The texts that go where the COLLADA DOM wants a URI. Its parser drops a whole URI for one character that
+// the standard does not allow, so such characters are escaped before it sees them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The document URI of a local file: absolute, "file://" and the path with all but plain characters escaped,
+// so that
+// '#', '?', '%' and spaces of the name stay part of the path.
+std::string MakeDaeDocumentURI(const std::string& rFileName);
+
+// Makes a URI reference out of what a document says: characters that no URI may hold (spaces, non-ASCII, a
+// '%' that escapes nothing) are escaped, backslashes become slashes; everything else stays as written.
+std::string EncodeDaeReference(std::string_view strText);
+
+// Resolves %xx escapes.
+std::string DecodeDaeReference(std::string_view strText);
