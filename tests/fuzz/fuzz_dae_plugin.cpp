@@ -6,6 +6,8 @@
 // mutated at random as often as asked (10000 times). Each time the reader must agree with Expat alone on
 // whether, and where, the text is not XML, and what it loads must be there to walk. Most telling under the
 // sanitizers.
+#include "MutateXml.h"
+
 #include "qdsgloader_collada/CDaeDatabase_Ids.h"
 #include "qdsgloader_collada/CDaeIOPlugin_Expat.h"
 #include "qdsgloader_collada/CDaeUri.h"
@@ -147,73 +149,6 @@ void Check(std::unique_ptr<CReader>& rspReader, const std::string& rDocument)
     }
 }
 
-std::string Mutate(std::string strDocument, std::mt19937& rRandom)
-{
-    static constexpr std::string_view PIECES[] = {"<",
-                                                  ">",
-                                                  "</p>",
-                                                  "<p>",
-                                                  "<node>",
-                                                  "</node>",
-                                                  "<![CDATA[",
-                                                  "]]>",
-                                                  "<!--",
-                                                  "-->",
-                                                  "&e;",
-                                                  "&f;",
-                                                  "&#48;",
-                                                  "&zz;",
-                                                  "<?x ?>",
-                                                  " xmlns=\"\"",
-                                                  " x:a=\"\"",
-                                                  "\"",
-                                                  "x:",
-                                                  "1e999",
-                                                  "-1",
-                                                  "1.#IND",
-                                                  "NaN",
-                                                  "4294967296",
-                                                  "\xff",
-                                                  "\x01",
-                                                  "\n",
-                                                  "<extra>",
-                                                  "</extra>",
-                                                  "<ref/>",
-                                                  "<surface>",
-                                                  "<float_array>",
-                                                  "<technique profile=\"a\">",
-                                                  "</technique>",
-                                                  "<COLLADA>",
-                                                  "<!DOCTYPE a>"};
-    const auto Below = [&](size_t n) { return n == 0 ? 0 : rRandom() % n; };
-    for (size_t nChanges = 1 + Below(4); nChanges > 0; --nChanges)
-    {
-        const size_t nPlace = Below(strDocument.size());
-        const size_t nLength = Below(rRandom() % 4 == 0 ? 2000 : 30);
-        switch (rRandom() % 5)
-        {
-        case 0:
-            strDocument.insert(nPlace, PIECES[Below(std::size(PIECES))]);
-            break;
-        case 1:
-            strDocument.erase(nPlace, nLength);
-            break;
-        case 2:
-            strDocument.insert(Below(strDocument.size()), strDocument.substr(nPlace, nLength));
-            break;
-        case 3:
-            strDocument.replace(nPlace, nLength, strDocument.substr(Below(strDocument.size()), nLength));
-            break;
-        default:
-            if (!strDocument.empty())
-            {
-                strDocument[nPlace] = static_cast<char>(rRandom());
-            }
-        }
-    }
-    return strDocument;
-}
-
 } // namespace
 
 int main(int nArguments, char** ppArguments)
@@ -238,7 +173,7 @@ int main(int nArguments, char** ppArguments)
     }
     for (long n = 0; n < nMutations; ++n)
     {
-        Check(spReader, Mutate(strDocument, objRandom));
+        Check(spReader, MutateXml(strDocument, objRandom));
     }
     std::printf("%zu truncations, %ld mutations: %zu loaded\n", strDocument.size() / nStep, nMutations,
                 spReader->nLoaded);

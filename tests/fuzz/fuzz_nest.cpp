@@ -4,8 +4,7 @@
 // class.
 
 #include "CMutator.h"
-
-#include "../unit/support/CTempFile.h"
+#include "UseScene.h"
 
 #include "qdscenegraph/animation/CSGAnimation.h"
 #include "qdscenegraph/geometry/CSGData_GeomBounds.h"
@@ -20,7 +19,6 @@
 #include "qdscenegraph/nest/CSGNestReader.h"
 #include "qdscenegraph/nest/CSGNestWriter.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
-#include "qdscenegraph/transform/CSGData_WorldTransform.h"
 #include "qdscenegraph/transform/CSGXFrm_List.h"
 #include "qdscenegraph/transform/CSGXFrm_LookAt.h"
 #include "qdscenegraph/transform/CSGXFrm_Pair.h"
@@ -93,28 +91,6 @@ std::string MakeSeed()
     return objFile.ReadBytes();
 }
 
-// Everything that a user does with a file that loads.
-void Use(CSGResourceSet* pSet, const CTempFile& rSaved)
-{
-    pSet->AddTopLevelNode(pSet->GetNumTopLevelNodes() > 0 ? pSet->GetTopLevelNode(0)
-                                                          : CSGNode::Create("", "").get());
-    rSaved.Remove();
-    CSGNestWriter::Create()->SaveResourceSet(rSaved.GetName(), pSet);
-    if (const auto spScene = pSet->GetSceneGraph())
-    {
-        for (CSGNode* p = spScene.get(); p != nullptr; p = p->GetNextInTree(spScene.get()))
-        {
-            CSGData_WorldTransform::GetOrCreateFromNode(p)->GetTransform();
-            if (CSGData_GeomBounds* pBounds = p->FindData<CSGData_GeomBounds>())
-            {
-                pBounds->GetSphere();
-            }
-        }
-        spScene->OutputDebugInfo("");
-        spScene->OutputGeomStats("");
-    }
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -133,7 +109,7 @@ int main(int argc, char** argv)
             if (spReader->LoadFile(objFile.GetName()))
             {
                 ++nLoaded;
-                Use(spReader->m_spResourceSet.get(), objSaved);
+                UseScene(spReader->m_spResourceSet.get(), objSaved);
             }
         }
         ++nTried;

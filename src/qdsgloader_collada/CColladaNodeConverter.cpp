@@ -1,0 +1,230 @@
+#include "qdsgloader_collada/CColladaNodeConverter.h"
+
+#include "qdcommon/CLog.h"
+#include "qdsgloader_collada/CColladaDom.h"
+#include "qdsgloader_collada/CColladaLocalTransform.h"
+#include "qdsgloader_collada/CColladaNodeExtra.h"
+#include "qdsgloader_collada/CColladaNodeGeometry.h"
+#include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
+#include "qdsgloader_collada/CSGLoaderCollada.h"
+
+namespace
+{
+
+// Of one scene graph: a few lines of a document, each instancing the line before it several times, would fill
+// the memory.
+constexpr int64_t MAX_COPIED_NODES = 1000000;
+
+const char* FirstText(std::initializer_list<daeString> arrTexts)
+{
+    for (const daeString szText : arrTexts)
+    {
+        if (*Text(szText) != '\0')
+        {
+            return szText;
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+CQDCompactString CColladaNodeConverter::GetGlobalName(const domNode& rNode)
+{
+    return FirstText({rNode.getId(), rNode.getName()});
+}
+
+CQDCompactString CColladaNodeConverter::GetLocalName(const domNode& rNode)
+{
+    return FirstText({rNode.getSid(), rNode.getName(), rNode.getId()});
+}
+
+CColladaNodeConverter::CNodePtr CColladaNodeConverter::ConvertNode(domNode& rNode)
+{
+    CEntry& rEntry = m_mapNodes[&rNode];
+    if (rEntry.eState == EState::New)
+    {
+        Push(rNode, rEntry, -1);
+        while (!m_vecStack.empty())
+        {
+            if (!Step())
+            {
+                LogFailure();
+                m_vecStack.clear();
+            }
+        }
+    }
+    return rEntry.eState == EState::Done ? rEntry.spNode : nullptr;
+}
+
+void CColladaNodeConverter::Push(domNode& rNode, CEntry& rEntry, int32_t nIndexInParent)
+{
+    rEntry.eState = EState::Active;
+    m_vecStack.push_back({&rNode, &rEntry, nIndexInParent});
+}
+
+bool CColladaNodeConverter::Step()
+{
+    CFrame& rFrame = m_vecStack.back();
+    if (!rFrame.pEntry->spNode)
+    {
+        return Begin(rFrame);
+    }
+    if (rFrame.nNextInstance < rFrame.pNode->getInstance_node_array().getCount())
+    {
+        return StepInstance(rFrame);
+    }
+    if (rFrame.nNextChild < rFrame.pNode->getNode_array().getCount())
+    {
+        return StepChild(rFrame);
+    }
+    return End(rFrame);
+}
+
+bool CColladaNodeConverter::Begin(const CFrame& rFrame)
+{
+    domNode& rNode = *rFrame.pNode;
+    const CNodePtr spNode = CSGNode::Create(GetGlobalName(rNode), GetLocalName(rNode));
+    if (!spNode)
+    {
+        return false;
+    }
+    // A node comes to its parent while it is still empty, which makes the check for a circle of nodes short.
+    if (rFrame.nIndexInParent >= 0)
+    {
+        CSGNode* pParent = m_vecStack[m_vecStack.size() - 2].pEntry->spNode.get();
+        if (!pParent->AddChild(spNode.get()))
+        {
+            Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s",
+                spNode->GetGlobalName(), pParent->GetGlobalName());
+            return false;
+        }
+    }
+    rFrame.pEntry->spNode = spNode;
+    CountIgnored(rNode);
+    Log(QD_COLLADA, LOG_DETAIL, "Created node for <node id=\"%s\">", GetIDText(rNode));
+    return CColladaLocalTransform::Load(rNode, *spNode) &&
+           CColladaNodeGeometry(m_rLoader, m_objIgnored).Load(rNode, *spNode);
+}
+
+bool CColladaNodeConverter::StepInstance(CFrame& rFrame)
+{
+    const domInstance_node& rInstance = *rFrame.pNode->getInstance_node_array()[rFrame.nNextInstance];
+    const char* szURL = rInstance.getUrl().originalStr().c_str();
+    const char* szID = GetIDText(*rFrame.pNode);
+    auto* pTarget = CSGLoaderCollada::GetURIElement<domNode>(rInstance.getUrl());
+    if (pTarget == nullptr)
+    {
+        Log(QD_COLLADA, LOG_WARNING, "Ignoring <instance_node url=\"%s\"> in <node id=\"%s\">", szURL, szID);
+        ++rFrame.nNextInstance;
+        return true;
+    }
+    CEntry& rTarget = m_mapNodes[pTarget];
+    if (rTarget.eState == EState::Active)
+    {
+        Log(QD_COLLADA, LOG_ERROR,
+            "<node id=\"%s\"> instances itself through <instance_node url=\"%s\"> in <node id=\"%s\">",
+            GetIDText(*pTarget), szURL, szID);
+        return false;
+    }
+    if (rTarget.eState == EState::New)
+    {
+        Push(*pTarget, rTarget, -1);
+        return true;
+    }
+    ++rFrame.nNextInstance;
+    m_nNumCopiedNodes += rTarget.nTreeSize;
+    if (m_nNumCopiedNodes > MAX_COPIED_NODES)
+    {
+        Log(QD_COLLADA, LOG_ERROR, "The <instance_node> elements come to more than %d nodes",
+            static_cast<int>(MAX_COPIED_NODES));
+        return false;
+    }
+    const CNodePtr spCopy = rTarget.spNode->Copy();
+    if (!spCopy)
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Failed to copy node for <instance_node id=\"%s\">", GetIDText(rInstance));
+        return false;
+    }
+    CSGNode* pNode = rFrame.pEntry->spNode.get();
+    if (!pNode->AddChild(spCopy.get()))
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s", spCopy->GetGlobalName(),
+            pNode->GetGlobalName());
+        return false;
+    }
+    rFrame.pEntry->nTreeSize += rTarget.nTreeSize;
+    return true;
+}
+
+bool CColladaNodeConverter::StepChild(CFrame& rFrame)
+{
+    const size_t nIndex = rFrame.nNextChild++;
+    domNode& rChild = *rFrame.pNode->getNode_array()[nIndex];
+    CEntry& rEntry = m_mapNodes[&rChild];
+    if (rEntry.eState == EState::New)
+    {
+        Push(rChild, rEntry, static_cast<int32_t>(nIndex));
+        return true;
+    }
+    if (rEntry.eState == EState::Active)
+    {
+        Log(QD_COLLADA, LOG_ERROR, "<node id=\"%s\"> instances itself through a node around it",
+            GetIDText(rChild));
+        return false;
+    }
+    // An instance was there first.
+    CSGNode* pNode = rFrame.pEntry->spNode.get();
+    if (!pNode->AddChild(rEntry.spNode.get()))
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s",
+            rEntry.spNode->GetGlobalName(), pNode->GetGlobalName());
+        return false;
+    }
+    rFrame.pEntry->nTreeSize += rEntry.nTreeSize;
+    return true;
+}
+
+bool CColladaNodeConverter::End(const CFrame& rFrame)
+{
+    CEntry& rEntry = *rFrame.pEntry;
+    if (!CColladaNodeExtra::Load(*rFrame.pNode, *rEntry.spNode))
+    {
+        return false;
+    }
+    rEntry.eState = EState::Done;
+    const bool bChild = rFrame.nIndexInParent >= 0;
+    m_vecStack.pop_back();
+    if (bChild)
+    {
+        m_vecStack.back().pEntry->nTreeSize += rEntry.nTreeSize;
+    }
+    return true;
+}
+
+void CColladaNodeConverter::LogFailure() const
+{
+    for (size_t n = m_vecStack.size(); n-- > 1;)
+    {
+        const CFrame& rFrame = m_vecStack[n];
+        const domNode& rAbove = *m_vecStack[n - 1].pNode;
+        if (rFrame.nIndexInParent >= 0)
+        {
+            Log(QD_COLLADA, LOG_ERROR, "Failed to read node at index %d named %s, child of %s.",
+                rFrame.nIndexInParent, GetGlobalName(*rFrame.pNode), GetGlobalName(rAbove));
+        }
+        else
+        {
+            Log(QD_COLLADA, LOG_ERROR, "Failed to read <node id=\"%s\"> that <node id=\"%s\"> instances",
+                GetIDText(*rFrame.pNode), GetIDText(rAbove));
+        }
+    }
+}
+
+void CColladaNodeConverter::CountIgnored(const domNode& rNode)
+{
+    m_objIgnored.Add("<instance_camera> elements: cameras are not supported yet.",
+                     rNode.getInstance_camera_array().getCount());
+    m_objIgnored.Add("<instance_light> elements: lights are not supported yet.",
+                     rNode.getInstance_light_array().getCount());
+}

@@ -1,0 +1,40 @@
+// Gives a node the geometry that it instances.
+#pragma once
+
+#include "qdscenegraph/node/CSGNode.h"
+#include "qdsgloader_collada/CColladaIgnored.h"
+#include "qdsgloader_collada/ColladaDomFwd.h"
+
+#include <vector>
+
+class CColladaGeometrySet;
+class CSGLoaderCollada;
+
+class CColladaNodeGeometry
+{
+  public:
+    // Both must outlive it.
+    CColladaNodeGeometry(CSGLoaderCollada& rLoader, CColladaIgnored& rIgnored)
+        : m_rLoader(rLoader),
+          m_rIgnored(rIgnored)
+    {}
+
+    // The one geometry of a node goes onto the node; of several each gets a child node named "node/geometry".
+    // Controllers count as the geometry they start from. An instance of what is not there is left out
+    // (reported). False (reported) when a geometry cannot be converted.
+    bool Load(ColladaDOM141::domNode& rNode, CSGNode& rSGNode);
+
+  private:
+    struct CInstance
+    {
+        CColladaGeometrySet* pSet;
+        ColladaDOM141::domGeometry* pGeometry;
+    };
+
+    template <class INSTANCE>
+    bool AddInstance(const INSTANCE& rInstance, ColladaDOM141::domGeometry* pGeometry);
+
+    CSGLoaderCollada& m_rLoader;
+    CColladaIgnored& m_rIgnored;
+    std::vector<CInstance> m_vecInstances;
+};
