@@ -5,21 +5,40 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <regex>
 #include <set>
+#include <sstream>
+
+namespace
+{
+
+std::string FirstWord(const std::string& rText)
+{
+    std::istringstream objText(rText);
+    std::string strWord;
+    objText >> strWord;
+    return strWord;
+}
+
+} // namespace
 
 TEST(NestTypes, AreTheDocumentedOnes)
 {
     std::ifstream objDocument(QDSG_TEST_DATA_DIR "/../../docs/nest-format.md");
     ASSERT_TRUE(objDocument.is_open());
-    const std::regex objRow(R"(\| (C\w+)(?: \([^)]*\))? \| ([0-9A-F]{16}) \| (\d+)(?: to \d+)? \| (\d+) \|)");
     std::set<std::string> setDocumented;
     for (std::string strLine; std::getline(objDocument, strLine);)
     {
-        std::smatch objMatch;
-        if (std::regex_match(strLine, objMatch, objRow))
+        // "| CSGData (base, never an object) | GUID | 1 to 2 | 2 |"
+        std::istringstream objCells(strLine);
+        std::string strNone, strName, strGUID, strRead, strWritten;
+        for (std::string* pCell : {&strNone, &strName, &strGUID, &strRead, &strWritten})
         {
-            setDocumented.insert(objMatch.format("$1 $2 $3 $4"));
+            std::getline(objCells, *pCell, '|');
+        }
+        if (strGUID.size() == 18 && strGUID.find_first_not_of("0123456789ABCDEF ") == std::string::npos)
+        {
+            setDocumented.insert(FirstWord(strName) + " " + FirstWord(strGUID) + " " + FirstWord(strRead) +
+                                 " " + FirstWord(strWritten));
         }
     }
     std::set<std::string> setRegistered;
