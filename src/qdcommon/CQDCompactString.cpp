@@ -14,7 +14,7 @@ namespace
 
 using CEntry = CQDCharAllocator::CEntry;
 
-// The texts that are held: open addressing over the hashes. A slot keeps some bits of its text's hash, so
+// The texts that are held: open addressing over the hashes. A slot keeps its text's hash, so
 // that a look-up touches the text itself only where it most likely agrees.
 class CTable
 {
@@ -22,10 +22,9 @@ class CTable
     // The slot of the text, or the vacant one where it would stand.
     size_t FindSlot(std::string_view strText, size_t nHash) const
     {
-        const uint32_t uiTag = GetTag(nHash);
         size_t nSlot = nHash & GetMask();
         while (m_vecSlots[nSlot].m_pEntry != nullptr &&
-               (m_vecSlots[nSlot].m_uiTag != uiTag || m_vecSlots[nSlot].m_pEntry->GetView() != strText))
+               (m_vecSlots[nSlot].m_nHash != nHash || m_vecSlots[nSlot].m_pEntry->GetView() != strText))
         {
             nSlot = (nSlot + 1) & GetMask();
         }
@@ -36,7 +35,7 @@ class CTable
 
     void Insert(size_t nSlot, CEntry* pEntry)
     {
-        m_vecSlots[nSlot] = {pEntry, GetTag(pEntry->nHash)};
+        m_vecSlots[nSlot] = {pEntry, pEntry->nHash};
         if (2 * ++m_nCount > m_vecSlots.size())
         {
             Grow();
@@ -54,7 +53,7 @@ class CTable
         for (size_t nNext = (nSlot + 1) & GetMask(); m_vecSlots[nNext].m_pEntry != nullptr;
              nNext = (nNext + 1) & GetMask())
         {
-            const size_t nHome = m_vecSlots[nNext].m_pEntry->nHash & GetMask();
+            const size_t nHome = m_vecSlots[nNext].m_nHash & GetMask();
             if (((nNext - nHome) & GetMask()) >= ((nNext - nSlot) & GetMask()))
             {
                 m_vecSlots[nSlot] = m_vecSlots[nNext];
@@ -69,10 +68,9 @@ class CTable
     struct CSlot
     {
         CEntry* m_pEntry = nullptr;
-        uint32_t m_uiTag = 0;
+        size_t m_nHash = 0;
     };
 
-    static uint32_t GetTag(size_t nHash) { return static_cast<uint32_t>(nHash >> 32); }
     size_t GetMask() const { return m_vecSlots.size() - 1; }
 
     void Grow()
@@ -83,7 +81,7 @@ class CTable
         {
             if (rSlot.m_pEntry != nullptr)
             {
-                size_t nSlot = rSlot.m_pEntry->nHash & GetMask();
+                size_t nSlot = rSlot.m_nHash & GetMask();
                 while (m_vecSlots[nSlot].m_pEntry != nullptr)
                 {
                     nSlot = (nSlot + 1) & GetMask();

@@ -9,7 +9,7 @@ template <class T>
 bool SetLoadedLink(boost::intrusive_ptr<T>& rspLink, CSGStreamable* pChild)
 {
     QD_CHECK_ARG(pChild, false);
-    auto* pLoaded = dynamic_cast<T*>(pChild);
+    auto* pLoaded = SGStreamableCast<T>(pChild);
     if (pLoaded == nullptr)
     {
         Log(QD_SCENEGRAPH, LOG_ERROR, "Unexpected (CSGStreamable*)0x%08llx type %s", LogAddress(pChild),

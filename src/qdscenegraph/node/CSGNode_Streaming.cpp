@@ -98,12 +98,12 @@ bool CSGNode::NotifyObjectLoaded(int32_t nCookie, CSGStreamable* pChild, CSGStre
     QD_CHECK_ARG(pChild, false);
     if (nCookie >= 0)
     {
-        if (auto* pNode = dynamic_cast<CSGNode*>(pChild))
+        if (auto* pNode = SGStreamableCast<CSGNode>(pChild))
         {
             return SetLoadedChild(nCookie, pNode);
         }
     }
-    else if (auto* pData = dynamic_cast<CSGData*>(pChild))
+    else if (auto* pData = SGStreamableCast<CSGData>(pChild))
     {
         QD_CHECK_CALL(m_objDataSet.SetLoadedData(nCookie, pData), false);
         QD_CHECK_CALL(pData->NotifyAddedToNode(this), false);

@@ -43,7 +43,7 @@ CSGNode* CSGResourceSet::GetFirstNode() const
     }
     CSGStreamable* pFirstNode = m_vecTopLevelNodes.front().get();
     QD_CHECK_NOT_NULL(pFirstNode, nullptr);
-    auto* pOriginal = dynamic_cast<CSGNode*>(pFirstNode);
+    auto* pOriginal = SGStreamableCast<CSGNode>(pFirstNode);
     QD_CHECK_NOT_NULL(pOriginal, nullptr);
     return pOriginal;
 }
@@ -95,7 +95,7 @@ bool CSGResourceSet::RenameNode(const CQDCompactString& rOldName, const CQDCompa
 {
     for (const auto& spTopLevelNode : m_vecTopLevelNodes)
     {
-        const auto* pRoot = dynamic_cast<const CSGNode*>(spTopLevelNode.get());
+        const auto* pRoot = SGStreamableCast<CSGNode>(spTopLevelNode.get());
         CSGNode* pNode = pRoot != nullptr ? pRoot->FindNodeByGlobalName(rOldName) : nullptr;
         if (pNode != nullptr)
         {
@@ -115,7 +115,7 @@ bool CSGResourceSet::GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) c
 {
     for (const auto& spTopLevelNode : m_vecTopLevelNodes)
     {
-        if (auto* pAnimation = dynamic_cast<CSGAnimation*>(spTopLevelNode.get()))
+        if (auto* pAnimation = SGStreamableCast<CSGAnimation>(spTopLevelNode.get()))
         {
             rvecAnimations.push_back(pAnimation);
         }

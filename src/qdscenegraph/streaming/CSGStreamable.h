@@ -85,6 +85,19 @@ class SGStreamableDerivedInterface : public PARENT
     size_t GetObjectSize() const override { return sizeof(T); }
 };
 
+// The object as a T, or null when it is none: a walk up the type records, which are quicker to compare than
+// classes.
+template <class T>
+T* SGStreamableCast(CSGStreamable* pStreamable)
+{
+    const SGStreamableType* pType = pStreamable != nullptr ? pStreamable->GetSGStreamableType() : nullptr;
+    while (pType != nullptr && pType != T::GetStaticSGStreamableType())
+    {
+        pType = pType->GetParentType();
+    }
+    return pType != nullptr ? static_cast<T*>(pStreamable) : nullptr;
+}
+
 // Base of a streamable class without a streamable parent class.
 template <class T>
 using SGStreamableInterface = SGStreamableDerivedInterface<T, CSGStreamable>;

@@ -14,17 +14,13 @@ bool CSGStreamableSaveState::AddObject(CSGStreamable* pStreamable)
     QD_CHECK_OR_RETURN(nObjectID >= 0, "%s is false", "nObjectID>=0", false);
     const SGStreamableType* pType = pStreamable->GetSGStreamableType();
     QD_CHECK_NOT_NULL(pType, false);
-    if (pType != m_pLastType)
+    CTypeHeader* pHeader = DoGetTypeHeader(DoGetTypeIndex(pType, true));
+    QD_CHECK_NOT_NULL(pHeader, false);
+    if (pHeader->m_nVersionBeingStreamed == -1)
     {
-        CTypeHeader* pHeader = DoGetTypeHeader(DoGetTypeIndex(pType, true));
-        QD_CHECK_NOT_NULL(pHeader, false);
-        if (pHeader->m_nVersionBeingStreamed == -1)
-        {
-            pHeader->m_nVersionBeingStreamed = pType->GetLatestVersion();
-        }
-        QD_CHECK(pHeader->m_nVersionBeingStreamed == pType->GetLatestVersion(), false);
-        m_pLastType = pType;
+        pHeader->m_nVersionBeingStreamed = pType->GetLatestVersion();
     }
+    QD_CHECK(pHeader->m_nVersionBeingStreamed == pType->GetLatestVersion(), false);
     m_vecObjects.push_back(pStreamable);
     return true;
 }

@@ -30,6 +30,4 @@ class CSGStreamableSaveState : public CSGStreamableState
   private:
     std::vector<CSGStreamable*> m_vecObjects;
     CPointerMap<int32_t> m_mapObjectIDs;
-    // The type of the object added last: runs of one type are the rule.
-    const SGStreamableType* m_pLastType = nullptr;
 };

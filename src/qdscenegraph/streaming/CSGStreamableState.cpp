@@ -8,8 +8,14 @@
 int32_t CSGStreamableState::DoGetTypeIndex(const SGStreamableType* pSGType, bool bAdd)
 {
     QD_CHECK_ARG(pSGType, -1);
+    if (pSGType == m_pLastType)
+    {
+        return m_nLastTypeIndex;
+    }
     if (const auto it = m_mapTypeIndices.find(pSGType); it != m_mapTypeIndices.end())
     {
+        m_pLastType = pSGType;
+        m_nLastTypeIndex = it->second;
         return it->second;
     }
     if (!bAdd)

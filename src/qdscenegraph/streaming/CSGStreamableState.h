@@ -30,4 +30,7 @@ class CSGStreamableState
   private:
     std::vector<CTypeHeader> m_vecSGTypeHeaders;
     std::unordered_map<const SGStreamableType*, int32_t> m_mapTypeIndices;
+    // The type asked for last: runs of one type are the rule.
+    const SGStreamableType* m_pLastType = nullptr;
+    int32_t m_nLastTypeIndex = -1;
 };

@@ -24,7 +24,7 @@ void CSGTransformLink::Drop()
 bool CSGTransformLink::SetLoaded(CSGStreamable* pObject)
 {
     QD_CHECK_ARG(pObject, false);
-    auto* pTransform = dynamic_cast<CSGTransform*>(pObject);
+    auto* pTransform = SGStreamableCast<CSGTransform>(pObject);
     if (pTransform == nullptr)
     {
         Log(QD_SCENEGRAPH, LOG_ERROR, "Unexpected (CSGStreamable*)0x%08llx type %s", LogAddress(pObject),
