@@ -70,7 +70,7 @@ CStream::~CStream() = default;
 void CStream::SetBuffer(std::unique_ptr<std::streambuf> spBuffer)
 {
     m_spBuffer = std::move(spBuffer);
-    m_nReadPosition = m_nWritePosition = m_nSize = 0;
+    m_nPosition = m_nSize = 0;
     if (m_spBuffer)
     {
         m_nSize = std::max<int64_t>(m_spBuffer->pubseekoff(0, std::ios_base::end), 0);
@@ -89,16 +89,15 @@ void CStream::CloseBuffer()
 
 int64_t CStream::GetPosition() const { return GetWritePosition(); }
 
-int64_t CStream::GetReadPosition() const { return m_nReadPosition; }
+int64_t CStream::GetReadPosition() const { return m_nPosition; }
 
-int64_t CStream::GetWritePosition() const { return m_nWritePosition; }
+int64_t CStream::GetWritePosition() const { return m_nPosition; }
 
 void CStream::SetPosition(int32_t nOffset)
 {
-    if (m_spBuffer)
+    if (m_spBuffer && m_spBuffer->pubseekpos(nOffset) != std::streampos(-1))
     {
-        m_spBuffer->pubseekpos(nOffset);
-        m_nReadPosition = m_nWritePosition = nOffset;
+        m_nPosition = nOffset;
     }
 }
 
@@ -107,7 +106,7 @@ void CStream::SeekToEnd()
     if (m_spBuffer)
     {
         m_spBuffer->pubseekoff(0, std::ios_base::end);
-        m_nReadPosition = m_nWritePosition = m_nSize;
+        m_nPosition = m_nSize;
     }
 }
 
@@ -118,7 +117,7 @@ void CStream::Dump() const
 
 const void* CStream::GetMemoryBlock() const { return nullptr; }
 
-int64_t CStream::GetBytesLeft() const { return std::max<int64_t>(m_nSize - m_nReadPosition, 0); }
+int64_t CStream::GetBytesLeft() const { return std::max<int64_t>(m_nSize - m_nPosition, 0); }
 
 bool CStream::EndOfFile()
 {
@@ -141,7 +140,7 @@ void CStream::Read(void* pBuffer, size_t nCount)
         return;
     }
     const auto nRead = static_cast<size_t>(m_spBuffer->sgetn(pBytes, static_cast<std::streamsize>(nCount)));
-    m_nReadPosition += static_cast<int64_t>(nRead);
+    m_nPosition += static_cast<int64_t>(nRead);
     if (nRead < nCount)
     {
         std::memset(pBytes + nRead, 0, nCount - nRead);
@@ -156,8 +155,8 @@ bool CStream::Write(const void* pBuffer, size_t nCount)
         m_bGood = false;
         return false;
     }
-    m_nWritePosition += nSize;
-    m_nSize = std::max(m_nSize, m_nWritePosition);
+    m_nPosition += nSize;
+    m_nSize = std::max(m_nSize, m_nPosition);
     return true;
 }
 

@@ -99,9 +99,9 @@ class CStream
     std::unique_ptr<std::streambuf> m_spBuffer;
     int32_t m_nStringMode = STRINGS_8_BIT;
     bool m_bGood = true;
-    // Kept here because asking the file for them costs a system call each.
-    int64_t m_nReadPosition = 0;
-    int64_t m_nWritePosition = 0;
+    // Reading and writing go on from one place, as in the file below. Kept here because asking the file costs
+    // a system call each time.
+    int64_t m_nPosition = 0;
     int64_t m_nSize = 0;
     CQDString m_strScratch; // names are read here first
 };

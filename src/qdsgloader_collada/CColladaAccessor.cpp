@@ -28,8 +28,9 @@ bool CColladaAccessor::HasArray(domSource& rSource, int32_t nElementType)
 {
     const domSource::domTechnique_common* pTechnique = rSource.getTechnique_common();
     const domAccessor* pAccessor = pTechnique != nullptr ? pTechnique->getAccessor().cast() : nullptr;
-    const daeElement* pArray =
-        pAccessor != nullptr ? CSGLoaderCollada::FindURIElement(pAccessor->getSource()) : nullptr;
+    const daeElement* pArray = pAccessor != nullptr
+                                   ? CSGLoaderCollada::FindURIElement(pAccessor->getSource(), nElementType)
+                                   : nullptr;
     if (pArray != nullptr)
     {
         return pArray->typeID() == nElementType;

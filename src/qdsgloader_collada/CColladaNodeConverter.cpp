@@ -89,17 +89,6 @@ bool CColladaNodeConverter::Begin(const CFrame& rFrame)
     {
         return false;
     }
-    // A node comes to its parent while it is still empty, which makes the check for a circle of nodes short.
-    if (rFrame.nIndexInParent >= 0)
-    {
-        CSGNode* pParent = m_vecStack[m_vecStack.size() - 2].pEntry->spNode.get();
-        if (!pParent->AddChild(spNode.get()))
-        {
-            Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s",
-                spNode->GetGlobalName(), pParent->GetGlobalName());
-            return false;
-        }
-    }
     rFrame.pEntry->spNode = spNode;
     CountIgnored(rNode);
     Log(QD_COLLADA, LOG_DETAIL, "Created node for <node id=\"%s\">", GetIDText(rNode));
@@ -146,15 +135,7 @@ bool CColladaNodeConverter::StepInstance(CFrame& rFrame)
         Log(QD_COLLADA, LOG_ERROR, "Failed to copy node for <instance_node id=\"%s\">", GetIDText(rInstance));
         return false;
     }
-    CSGNode* pNode = rFrame.pEntry->spNode.get();
-    if (!pNode->AddChild(spCopy.get()))
-    {
-        Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s", spCopy->GetGlobalName(),
-            pNode->GetGlobalName());
-        return false;
-    }
-    rFrame.pEntry->nTreeSize += rTarget.nTreeSize;
-    return true;
+    return AddChild(*rFrame.pEntry, spCopy.get(), rTarget.nTreeSize);
 }
 
 bool CColladaNodeConverter::StepChild(CFrame& rFrame)
@@ -174,15 +155,7 @@ bool CColladaNodeConverter::StepChild(CFrame& rFrame)
         return false;
     }
     // An instance was there first.
-    CSGNode* pNode = rFrame.pEntry->spNode.get();
-    if (!pNode->AddChild(rEntry.spNode.get()))
-    {
-        Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s",
-            rEntry.spNode->GetGlobalName(), pNode->GetGlobalName());
-        return false;
-    }
-    rFrame.pEntry->nTreeSize += rEntry.nTreeSize;
-    return true;
+    return AddChild(*rFrame.pEntry, rEntry.spNode.get(), rEntry.nTreeSize);
 }
 
 bool CColladaNodeConverter::End(const CFrame& rFrame)
@@ -192,13 +165,27 @@ bool CColladaNodeConverter::End(const CFrame& rFrame)
     {
         return false;
     }
-    rEntry.eState = EState::Done;
-    const bool bChild = rFrame.nIndexInParent >= 0;
-    m_vecStack.pop_back();
-    if (bChild)
+    // A node comes to its parent when it is complete, and the parent has none yet: AddChild's check for a
+    // circle of nodes, which walks up, has nowhere to go.
+    if (rFrame.nIndexInParent >= 0 &&
+        !AddChild(*m_vecStack[m_vecStack.size() - 2].pEntry, rEntry.spNode.get(), rEntry.nTreeSize))
     {
-        m_vecStack.back().pEntry->nTreeSize += rEntry.nTreeSize;
+        return false;
     }
+    rEntry.eState = EState::Done;
+    m_vecStack.pop_back();
+    return true;
+}
+
+bool CColladaNodeConverter::AddChild(CEntry& rParent, CSGNode* pChild, int64_t nTreeSize)
+{
+    if (!rParent.spNode->AddChild(pChild))
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Failed to add node named %s as child of node %s", pChild->GetGlobalName(),
+            rParent.spNode->GetGlobalName());
+        return false;
+    }
+    rParent.nTreeSize += nTreeSize;
     return true;
 }
 

@@ -61,6 +61,8 @@ class CColladaNodeConverter
     bool StepChild(CFrame& rFrame);
     bool End(const CFrame& rFrame);
 
+    // False (reported) when the child cannot be added.
+    static bool AddChild(CEntry& rParent, CSGNode* pChild, int64_t nTreeSize);
     void Push(ColladaDOM141::domNode& rNode, CEntry& rEntry, int32_t nIndexInParent);
     void LogFailure() const;
     void CountIgnored(const ColladaDOM141::domNode& rNode);

@@ -28,7 +28,7 @@ domGeometry* FindSourceGeometry(domController& rController)
             return nullptr;
         }
         const daeURI& rSource = pSkin != nullptr ? pSkin->getSource() : pMorph->getSource();
-        daeElement* pElement = CSGLoaderCollada::FindURIElement(rSource);
+        daeElement* pElement = CSGLoaderCollada::FindURIElement(rSource, domGeometry::ID());
         if (pElement != nullptr && pElement->typeID() == domGeometry::ID())
         {
             return static_cast<domGeometry*>(pElement);

@@ -147,7 +147,7 @@ daeInt CDaeDatabase_Ids::insertElement(daeDocument*, daeElement* pElement)
         daeElement& rElement = *m_arrElements[n];
         if (daeString szID = rElement.getID(); szID && *szID)
         {
-            m_mapIDs.emplace(szID, &rElement);
+            AddID(szID, rElement);
         }
         daeElementRefArray arrChildren;
         rElement.getChildren(arrChildren);
@@ -185,6 +185,19 @@ daeInt CDaeDatabase_Ids::removeElement(daeDocument*, daeElement* pElement)
     return DAE_OK;
 }
 
+void CDaeDatabase_Ids::AddID(daeString szID, daeElement& rElement)
+{
+    const auto [itBegin, itEnd] = m_mapIDs.equal_range(std::string_view(szID));
+    const bool bHasType = std::any_of(itBegin, itEnd, [&](const auto& rEntry) {
+        return rEntry.second->typeID() == rElement.typeID() &&
+               rEntry.second->getDocument() == rElement.getDocument();
+    });
+    if (!bHasType)
+    {
+        m_mapIDs.emplace_hint(itEnd, szID, &rElement);
+    }
+}
+
 void CDaeDatabase_Ids::RemoveID(daeElement& rElement)
 {
     const daeString szID = rElement.getID();
@@ -210,7 +223,7 @@ daeInt CDaeDatabase_Ids::changeElementID(daeElement* pElement, daeString szNewID
     RemoveID(*pElement);
     if (szNewID && *szNewID)
     {
-        m_mapIDs.emplace(szNewID, pElement);
+        AddID(szNewID, *pElement);
     }
     dae.getSidRefCache().clear();
     return DAE_OK;

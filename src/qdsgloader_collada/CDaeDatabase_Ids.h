@@ -49,8 +49,9 @@ class CDaeDatabase_Ids : public daeDatabase
     using daeDatabase::idLookup;
     using daeDatabase::sidLookup;
     using daeDatabase::typeLookup;
-    // The elements of an id, in document order. An id that is found only when its %xx escapes are resolved
-    // counts, too: that is how a reference must write ids with characters that no URI may hold.
+    // The elements of an id, the first of each type, in document order. (Thousands that share an id would
+    // make each look-up as long.) An id that is found only when its %xx escapes are resolved counts, too:
+    // that is how a reference must write ids with characters that no URI may hold.
     std::vector<daeElement*> idLookup(const std::string& rID) override;
     // Walks all elements.
     void typeLookup(daeInt nTypeID, std::vector<daeElement*>& rMatching, daeDocument* pDocument) override;
@@ -66,6 +67,7 @@ class CDaeDatabase_Ids : public daeDatabase
                       daeString szFile) override;
 
   private:
+    void AddID(daeString szID, daeElement& rElement);
     void RemoveID(daeElement& rElement);
     std::vector<daeElement*> Match(daeString szID, daeString szType, daeString szFile);
 

@@ -17,8 +17,9 @@ CDaeFile::~CDaeFile() = default;
 
 bool CDaeFile::Open(const CQDString& rFileName)
 {
-    m_spPlugin->SetSource(rFileName);
-    return OpenSource(rFileName);
+    const CQDString strPath = GetDaeFilePath(rFileName);
+    m_spPlugin->SetSource(strPath);
+    return OpenSource(strPath);
 }
 
 bool CDaeFile::OpenMemory(const CQDString& rName, std::string_view strDocument)
@@ -45,5 +46,7 @@ bool CDaeFile::HasXMLError() const { return m_spPlugin->HasXMLError(); }
 int CDaeFile::GetErrorNumber() const { return m_spPlugin->GetErrorNumber(); }
 
 const CQDString& CDaeFile::GetErrorText() const { return m_spPlugin->GetErrorText(); }
+
+uint64_t CDaeFile::GetSize() const { return m_spPlugin->GetSize(); }
 
 daeDocument* CDaeFile::GetDocument() const { return m_spPlugin->GetDocument(); }

@@ -3,6 +3,7 @@
 
 #include "qdcommon/CQDString.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -22,8 +23,8 @@ class CDaeFile
     CDaeFile(const CDaeFile&) = delete;
     CDaeFile& operator=(const CDaeFile&) = delete;
 
-    // Reads the file into the DAE, by the rules of COLLADA 1.4.1. False, and logged, when there is no
-    // document to use.
+    // Reads the file into the DAE, by the rules of COLLADA 1.4.1. The name may be a "file://" URI. False, and
+    // logged, when there is no document to use.
     bool Open(const CQDString& rFileName);
     // The same with the document's text in memory; the name stands for it in messages.
     bool OpenMemory(const CQDString& rName, std::string_view strDocument);
@@ -33,6 +34,8 @@ class CDaeFile
     bool HasXMLError() const;
     int GetErrorNumber() const;
     const CQDString& GetErrorText() const;
+
+    uint64_t GetSize() const;
 
     DAE& GetDAE() const { return *m_spDAE; }
     // The document; its root is a domCOLLADA. Null unless one is open.

@@ -347,6 +347,7 @@ daeInt CDaeIOPlugin_Expat::read(const daeURI& rURI, daeString szDocument)
         Log(QD_COLLADA_READER, LOG_ERROR, "%s", m_strError);
         return m_nError;
     }
+    m_uiSize = objInput.GetSize();
     CPass objPass(*rURI.getDAE(), objInput, objSource.strName, rURI.str());
     m_bWellFormed = objPass.Run();
     m_bXMLError = objPass.HasXMLError();

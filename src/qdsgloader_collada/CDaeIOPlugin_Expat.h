@@ -19,6 +19,7 @@
 #include <dae/daeError.h>
 #include <dae/daeIOPlugin.h>
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,8 @@ class CDaeIOPlugin_Expat : public daeIOPlugin
     daeInt GetErrorNumber() const { return m_nError; }
     // The fault as it was logged; empty when the document is loaded.
     const CQDString& GetErrorText() const { return m_strError; }
+    // What was read, in bytes.
+    uint64_t GetSize() const { return m_uiSize; }
     // The document, owned by the DAE's database; null unless it is loaded.
     daeDocument* GetDocument() const { return m_pDocument; }
 
@@ -69,5 +72,6 @@ class CDaeIOPlugin_Expat : public daeIOPlugin
     bool m_bXMLError = false;
     daeInt m_nError = DAE_ERR_INVALID_CALL;
     CQDString m_strError;
+    uint64_t m_uiSize = 0;
     daeDocument* m_pDocument = nullptr;
 };

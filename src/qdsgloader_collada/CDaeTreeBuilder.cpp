@@ -32,6 +32,9 @@ constexpr size_t MAX_UNKNOWN_ATTRIBUTES = 256;
 // A URI longer than this is left out: the DOM copies each a dozen times.
 constexpr size_t MAX_URI = 65536;
 
+// The value of an enumeration whose text is none of its names.
+constexpr daeEnum UNKNOWN_ENUM = -1;
+
 // The namespaces of COLLADA 1.4 and 1.5 differ in the year and month only.
 bool IsColladaNamespace(std::string_view strURI)
 {
@@ -331,9 +334,14 @@ void CDaeTreeBuilder::EndElement()
         {
             ReportBadValue(rElement, *rElement.getCharDataObject(), m_objArray.GetBadToken());
         }
-        else if (rFrame.eText == EText::Whole && !Trim(rFrame.strText).empty())
+        else if (rFrame.eText == EText::Whole)
         {
-            SetValue(rElement, *rElement.getCharDataObject(), rFrame.strText);
+            // No text leaves a value as it is, but an enumeration's would be that of its first name.
+            daeMetaAttribute& rValue = *rElement.getCharDataObject();
+            if (!Trim(rFrame.strText).empty() || rValue.getType()->getTypeEnum() == daeAtomicType::EnumType)
+            {
+                SetValue(rElement, rValue, rFrame.strText);
+            }
         }
         CDaeContentModel::SortContents(rElement);
     }
@@ -433,7 +441,12 @@ bool CDaeTreeBuilder::SetValue(daeElement& rElement, daeMetaAttribute& rAttribut
     case daeAtomicType::EnumType:
         if (!rType.stringToMemory(std::string(strToken).data(), pValue))
         {
-            // The default stays, as with a document of a later version.
+            // An attribute's default stays, as with a document of a later version. The text of an element
+            // has none.
+            if (&rAttribute == rElement.getCharDataObject())
+            {
+                *reinterpret_cast<daeEnum*>(pValue) = UNKNOWN_ENUM;
+            }
             m_rReport.Notice(&rElement == m_pDocument->getDomRoot() ? LOG_INFO : LOG_WARNING,
                              "\"" + CDaeReport::Quote(strToken) + "\" in " + Describe(rElement) + " is not " +
                                  std::string(Noun(rType)));

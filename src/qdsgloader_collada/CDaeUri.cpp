@@ -58,6 +58,18 @@ std::string MakeDaeDocumentURI(const std::string& rFileName)
     return strURI;
 }
 
+std::string GetDaeFilePath(const std::string& rName)
+{
+    for (const std::string_view strRoot : {"file:///", "file://localhost/"})
+    {
+        if (rName.starts_with(strRoot))
+        {
+            return DecodeDaeReference(std::string_view(rName).substr(strRoot.size() - 1));
+        }
+    }
+    return rName;
+}
+
 std::string EncodeDaeReference(std::string_view strText)
 {
     std::string strURI;

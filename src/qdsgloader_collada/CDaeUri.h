@@ -10,6 +10,9 @@
 // '#', '?', '%' and spaces of the name stay part of the path.
 std::string MakeDaeDocumentURI(const std::string& rFileName);
 
+// The file that a name stands for: of a "file://" URI its path, and otherwise the name itself.
+std::string GetDaeFilePath(const std::string& rName);
+
 // Makes a URI reference out of what a document says: characters that no URI may hold (spaces, non-ASCII, a
 // '%' that escapes nothing) are escaped, backslashes become slashes; everything else stays as written.
 std::string EncodeDaeReference(std::string_view strText);

@@ -49,7 +49,7 @@ void CSGLoaderCollada::Clear()
 {
     m_mapGeometrySets.clear();
     m_mapVisualScenes.clear();
-    m_spDataSources->Clear();
+    m_spDataSources->Reset();
     m_spFile.reset();
     m_strFilename.clear();
 }
@@ -101,6 +101,7 @@ bool CSGLoaderCollada::LoadDAEFile(const CQDString& rStrFilename)
         return false;
     }
     m_spFile = std::move(spFile);
+    m_spDataSources->SetDocumentSize(m_spFile->GetSize());
     if (GetRoot() == nullptr)
     {
         Log(QD_COLLADA, LOG_ERROR, "Loaded dae file, but failed to get assets from \"%s\"", rStrFilename);

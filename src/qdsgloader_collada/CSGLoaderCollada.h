@@ -50,8 +50,9 @@ class CSGLoaderCollada final : public CSGLoader
     {
         return static_cast<T*>(GetURIElement(rURI, T::ID()));
     }
-    // The same for an element of any type; not reported.
-    static daeElement* FindURIElement(const daeURI& rURI);
+    // The same for an element of any type; not reported. Of several elements with the id the first of the
+    // preferred type counts.
+    static daeElement* FindURIElement(const daeURI& rURI, int32_t nPreferredType);
 
   private:
     CSGLoaderCollada();

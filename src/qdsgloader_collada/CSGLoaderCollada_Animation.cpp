@@ -40,12 +40,15 @@ boost::intrusive_ptr<CSGAnimation> CSGLoaderCollada::LoadDefaultAnimation()
     if (GetRoot() == nullptr)
     {
         Log(QD_COLLADA, LOG_ERROR, "Tried to load animation when no file was loaded.");
-        return nullptr;
     }
     return nullptr;
 }
 
 boost::intrusive_ptr<CSGAnimation> CSGLoaderCollada::LoadAnimation(const CQDString&)
 {
-    return LoadDefaultAnimation();
+    if (GetRoot() == nullptr)
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Tried to load animation when no file was loaded.");
+    }
+    return nullptr;
 }

@@ -47,10 +47,10 @@ daeElement* FindElement(DAE& rDAE, const CQDString& rStrID, int32_t nPreferredTy
 
 } // namespace
 
-daeElement* CSGLoaderCollada::FindURIElement(const daeURI& rURI)
+daeElement* CSGLoaderCollada::FindURIElement(const daeURI& rURI, int32_t nPreferredType)
 {
     CQDString strID;
-    return GetLocalID(rURI, strID) ? FindElement(*rURI.getDAE(), strID, -1) : nullptr;
+    return GetLocalID(rURI, strID) ? FindElement(*rURI.getDAE(), strID, nPreferredType) : nullptr;
 }
 
 daeElement* CSGLoaderCollada::GetURIElement(const daeURI& rURI, int32_t nExpectedType)

@@ -10,11 +10,15 @@
 CColladaGeometrySet* CSGLoaderCollada::LoadGeometry(domGeometry& rGeometry)
 {
     const auto [it, bNew] = m_mapGeometrySets.try_emplace(&rGeometry);
+    const char* szID = GetIDText(rGeometry);
     if (!bNew)
     {
+        if (!it->second)
+        {
+            Log(QD_COLLADA, LOG_ERROR, "Failed to load <mesh> in <geometry id=\"%s\">", szID);
+        }
         return it->second.get();
     }
-    const char* szID = GetIDText(rGeometry);
     boost::intrusive_ptr<CColladaGeometrySet> spSet = new CColladaGeometrySet;
     if (domMesh* pMesh = rGeometry.getMesh())
     {

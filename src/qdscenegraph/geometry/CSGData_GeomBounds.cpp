@@ -58,7 +58,7 @@ const CSGBounds& CSGData_GeomBounds::GetBounds() const
     if (m_objMadeFrom != objSource)
     {
         m_objBounds = objSource != CSource()
-                          ? m_pNode->FindData<CSGData_Geometry>()->GetGeomList()->ComputeBounds()
+                          ? m_pNode->FindData<CSGData_Geometry>()->GetGeomList()->GetBounds()
                           : CSGBounds();
         m_objMadeFrom = objSource;
     }

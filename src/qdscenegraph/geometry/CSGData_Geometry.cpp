@@ -6,24 +6,13 @@
 #include "qdscenegraph/streaming/CSGStreamableLoadState.h"
 #include "qdscenegraph/streaming/CSGStreamableSaveState.h"
 
-#include <algorithm>
-#include <limits>
-
 [[gnu::init_priority(CSGDataTypeInfo::ORDER_GEOMETRY)]] CSGDataTypeInfo CSGData_Geometry::ms_objDataTypeInfo(
     CSGData_Geometry::SG_TYPE_NAME);
 
 namespace
 {
-
 const SGStreamableRegistration<CSGData_Geometry> s_objRegistration(0xCAACC261C2BE3E03, 1, 1);
-
-// Bindings may share their geometry, so that there is no end to what they add up to.
-void AddCount(int& rSum, int64_t nCount)
-{
-    rSum = static_cast<int>(std::min<int64_t>(rSum + nCount, std::numeric_limits<int>::max()));
 }
-
-} // namespace
 
 boost::intrusive_ptr<CSGData_Geometry> CSGData_Geometry::Create(
     const boost::intrusive_ptr<CSGGeomList>& spGeomList)
@@ -87,15 +76,15 @@ void CSGData_Geometry::AddGeomStats(CSGGeomStats& rStats) const
 {
     for (const CSGVertexBuffer* pBuffer : m_spGeomList->GetVertexBuffers())
     {
-        AddCount(rStats.m_nVertexBuffers, 1);
-        AddCount(rStats.m_nVertices, pBuffer->GetNumVertices());
+        CSGGeomStats::AddCount(rStats.m_nVertexBuffers, 1);
+        CSGGeomStats::AddCount(rStats.m_nVertices, pBuffer->GetNumVertices());
         rStats.m_setVertexFormats.insert(pBuffer->GetFormat().GetDescription());
     }
     for (int32_t nBinding = 0; nBinding < m_spGeomList->GetNumBindings(); ++nBinding)
     {
         const CSGGeom* pGeom = m_spGeomList->GetBinding(nBinding)->GetGeom();
-        AddCount(rStats.m_nGeoms, 1);
-        AddCount(rStats.m_nTriangles, pGeom->CountTriangles());
-        AddCount(rStats.m_nLines, pGeom->CountLines());
+        CSGGeomStats::AddCount(rStats.m_nGeoms, 1);
+        CSGGeomStats::AddCount(rStats.m_nTriangles, pGeom->CountTriangles());
+        CSGGeomStats::AddCount(rStats.m_nLines, pGeom->CountLines());
     }
 }

@@ -11,6 +11,8 @@ class CSGEditStamp
     CSGEditStamp() { Renew(); }
 
     void Renew() { m_uiStamp = ++ms_uiLast; }
+    // The newest stamp of all.
+    static uint64_t GetLast() { return ms_uiLast; }
     // Above 0, and of no other object.
     uint64_t Get() const { return m_uiStamp; }
 

@@ -54,6 +54,16 @@ std::vector<CSGVertexBuffer*> CSGGeomList::GetVertexBuffers() const
     return vecBuffers;
 }
 
+const CSGBounds& CSGGeomList::GetBounds() const
+{
+    if (m_uiBoundsStamp != GetNewestStamp())
+    {
+        m_objBounds = ComputeBounds();
+        m_uiBoundsStamp = GetNewestStamp();
+    }
+    return m_objBounds;
+}
+
 CSGBounds CSGGeomList::ComputeBounds() const
 {
     const std::vector<CSGVertexBuffer*> vecBuffers = GetVertexBuffers();
@@ -81,16 +91,21 @@ CSGBounds CSGGeomList::ComputeBounds() const
 
 uint64_t CSGGeomList::GetNewestStamp() const
 {
-    uint64_t uiNewest = m_objEditStamp.Get();
+    if (m_uiNewestStampMadeAt == CSGEditStamp::GetLast())
+    {
+        return m_uiNewestStamp; // nothing at all has been edited since
+    }
+    m_uiNewestStamp = m_objEditStamp.Get();
+    m_uiNewestStampMadeAt = CSGEditStamp::GetLast();
     for (const auto& spBinding : m_vecBindings)
     {
         // While a file is loaded, what it leaves out has perhaps not been found yet.
         if (const CSGVertexBuffer* pBuffer = spBinding ? spBinding->GetVertexBuffer() : nullptr)
         {
-            uiNewest = std::max(uiNewest, pBuffer->GetEditStamp().Get());
+            m_uiNewestStamp = std::max(m_uiNewestStamp, pBuffer->GetEditStamp().Get());
         }
     }
-    return uiNewest;
+    return m_uiNewestStamp;
 }
 
 bool CSGGeomList::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)

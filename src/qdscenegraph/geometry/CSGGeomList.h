@@ -22,8 +22,9 @@ class CSGGeomList final : public SGStreamableInterface<CSGGeomList>
     // The vertex buffers of all bindings, each once, in the order of their first use.
     std::vector<CSGVertexBuffer*> GetVertexBuffers() const;
 
-    // Of all vertices of all vertex buffers (CSGVertexBuffer::GetBounds).
-    CSGBounds ComputeBounds() const;
+    // Of all vertices of all vertex buffers (CSGVertexBuffer::GetBounds). Kept until something changes: many
+    // nodes may share the list.
+    const CSGBounds& GetBounds() const;
     // The newest stamp of the list and its vertex buffers: it changes with everything that may change the
     // bounds.
     uint64_t GetNewestStamp() const;
@@ -38,6 +39,12 @@ class CSGGeomList final : public SGStreamableInterface<CSGGeomList>
     void OutputDebugInfo(const CQDString& rIndent) const;
 
   private:
+    CSGBounds ComputeBounds() const;
+
     std::vector<boost::intrusive_ptr<CSGGeomBinding>> m_vecBindings;
     CSGEditStamp m_objEditStamp;
+    mutable CSGBounds m_objBounds;
+    mutable uint64_t m_uiBoundsStamp = 0; // the newest stamp they were made at
+    mutable uint64_t m_uiNewestStamp = 0;
+    mutable uint64_t m_uiNewestStampMadeAt = 0; // CSGEditStamp::GetLast()
 };

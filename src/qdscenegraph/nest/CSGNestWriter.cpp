@@ -22,8 +22,9 @@ bool CSGNestWriter::SaveResourceSet(const CQDString& rFilename, CSGResourceSet* 
             return false;
         }
         std::error_code objError;
-        if (!std::filesystem::is_directory(objDirectory, objError) &&
-            !std::filesystem::create_directories(objDirectory, objError))
+        std::filesystem::create_directories(objDirectory, objError);
+        // What counts is that it is there: it may have been before, or another process may have been faster.
+        if (!std::filesystem::is_directory(objDirectory, objError))
         {
             Log(QD_SCENEGRAPH, LOG_ERROR, "Failed to create file directory %s", objDirectory);
             return false;

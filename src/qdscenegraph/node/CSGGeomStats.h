@@ -3,6 +3,9 @@
 
 #include "qdcommon/CQDString.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <set>
 
 struct CSGGeomStats
@@ -14,13 +17,20 @@ struct CSGGeomStats
     int m_nLines = 0;
     std::set<CQDString> m_setVertexFormats; // their descriptions
 
+    // Nodes and bindings may share their geometry, so that there is no end to what they add up to: the
+    // largest int stands for all that is more.
+    static void AddCount(int& rSum, int64_t nCount)
+    {
+        rSum = static_cast<int>(std::min<int64_t>(rSum + nCount, std::numeric_limits<int>::max()));
+    }
+
     CSGGeomStats& operator+=(const CSGGeomStats& rOther)
     {
-        m_nVertexBuffers += rOther.m_nVertexBuffers;
-        m_nVertices += rOther.m_nVertices;
-        m_nGeoms += rOther.m_nGeoms;
-        m_nTriangles += rOther.m_nTriangles;
-        m_nLines += rOther.m_nLines;
+        AddCount(m_nVertexBuffers, rOther.m_nVertexBuffers);
+        AddCount(m_nVertices, rOther.m_nVertices);
+        AddCount(m_nGeoms, rOther.m_nGeoms);
+        AddCount(m_nTriangles, rOther.m_nTriangles);
+        AddCount(m_nLines, rOther.m_nLines);
         m_setVertexFormats.insert(rOther.m_setVertexFormats.begin(), rOther.m_setVertexFormats.end());
         return *this;
     }

@@ -12,7 +12,7 @@ int32_t CSGObject::AddRef() const
     }
     Log(QD_SCENEGRAPH, LOG_ERROR, "Called when ref count was invalid value %d at 0x%08llx", m_nRefCount,
         LogAddress(this));
-    return m_nRefCount;
+    return -1;
 }
 
 int32_t CSGObject::Release() const

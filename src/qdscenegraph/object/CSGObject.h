@@ -18,7 +18,7 @@ class CSGObject
     // The size of the concrete class: what the pool gets back.
     virtual size_t GetObjectSize() const = 0;
 
-    // Returns the new count; an object that was destroyed is reported and its count left alone.
+    // Returns the new count, or -1 (reported) on a destroyed object, whose count is left as it is.
     int32_t AddRef() const;
     // Returns the new count, 0 when this call destroyed the object, -1 (reported) when nobody owned it.
     int32_t Release() const;

@@ -111,6 +111,42 @@ bool CSGResourceSet::RenameNode(const CQDCompactString& rOldName, const CQDCompa
     return false;
 }
 
+bool CSGResourceSet::RenameAnimation(const CQDCompactString& rOldName, const CQDCompactString& rNewName)
+{
+    if (rOldName == rNewName)
+    {
+        Log(QD_SCENEGRAPH, LOG_WARNING, "Ignoring attempt to rename '%s' to '%s' (same name)", rOldName,
+            rNewName);
+        return true;
+    }
+    CSGAnimation* pAnimation = FindAnimation(rOldName);
+    if (pAnimation == nullptr)
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Didn't find animation named '%s'", rOldName);
+        return false;
+    }
+    if (FindAnimation(rNewName) != nullptr)
+    {
+        Log(QD_SCENEGRAPH, LOG_ERROR, "Animation with name '%s' already exists.", rNewName);
+        return false;
+    }
+    pAnimation->SetName(rNewName);
+    return true;
+}
+
+CSGAnimation* CSGResourceSet::FindAnimation(const CQDCompactString& rName) const
+{
+    for (const auto& spTopLevelNode : m_vecTopLevelNodes)
+    {
+        auto* pAnimation = dynamic_cast<CSGAnimation*>(spTopLevelNode.get());
+        if (pAnimation != nullptr && pAnimation->GetName() == rName)
+        {
+            return pAnimation;
+        }
+    }
+    return nullptr;
+}
+
 bool CSGResourceSet::GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) const
 {
     for (const auto& spTopLevelNode : m_vecTopLevelNodes)

@@ -50,10 +50,18 @@ class CSGResourceSet : public CSGObject, public CEnableSGObjectWPtr
     // a local name that was the same changes with it. False (reported) when there is no such node.
     bool RenameNode(const CQDCompactString& rOldName, const CQDCompactString& rNewName);
 
+    // Gives the first animation of the old name the new one. A name that it has already is left as it is
+    // (noted in the log). False (reported) when there is no such animation, and when another one has the new
+    // name.
+    bool RenameAnimation(const CQDCompactString& rOldName, const CQDCompactString& rNewName);
+
     // Appends the set's animations in their order.
     bool GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) const;
 
   private:
+    // Null when there is no animation of that name.
+    CSGAnimation* FindAnimation(const CQDCompactString& rName) const;
+
     std::vector<boost::intrusive_ptr<CSGStreamable>> m_vecTopLevelNodes;
     EUpAxis m_eUpAxis = UP_AXIS_Z;
 };

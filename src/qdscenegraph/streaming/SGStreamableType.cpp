@@ -51,7 +51,7 @@ bool SGStreamableType::Register(uint64_t uiGUID, int32_t nOldestVersion, int32_t
 
 bool SGStreamableType::VerifyRegistration() const
 {
-    if (!m_bRegistered)
+    if (!m_bRegistered && QD_SCENEGRAPH.Accepts(LOG_ERROR))
     {
         LogFormatted(LOG_ERROR, {"CSGStreamableType::VerifyRegistration", "SGStreamableType.cpp", __LINE__},
                      "CSGStreamableType*(0x%08llx) %s is not registered.", LogAddress(this),

@@ -19,12 +19,12 @@ class SGStreamableType
     explicit SGStreamableType(const char* szName) : m_strName(szName) {}
     SGStreamableType(const SGStreamableType&) = delete;
     SGStreamableType& operator=(const SGStreamableType&) = delete;
-    virtual ~SGStreamableType() = default;
 
     // A new object of the type; null for an abstract one.
     virtual boost::intrusive_ptr<CSGStreamable> CreateObject() const = 0;
     // Null for a root type.
     virtual const SGStreamableType* GetParentType() const = 0;
+    virtual ~SGStreamableType() = default;
 
     const CQDString& GetName() const { return m_strName; }
     // False (reported) for a type that was never registered.

@@ -59,6 +59,23 @@ TEST(FileStream, AnEmptyFileIsAtItsEndAndCanBeWritten)
     EXPECT_EQ(objFile.ReadBytes(), "\x05\0\0\0"s);
 }
 
+TEST(FileStream, ReadingAndWritingShareOnePosition)
+{
+    const CTempFile objFile("both", "0123456789");
+    {
+        CFileStream objStream(objFile.GetName(), CFileStream::OPEN_READ | CFileStream::OPEN_WRITE);
+        EXPECT_EQ(objStream.ReadInt32(), 0x33323130);
+        objStream.Write("ab", 2);
+        EXPECT_EQ(objStream.GetReadPosition(), 6);
+        EXPECT_EQ(objStream.GetWritePosition(), 6);
+        EXPECT_EQ(objStream.GetBytesLeft(), 4);
+        EXPECT_EQ(objStream.ReadInt32(), 0x39383736);
+        objStream.SetPosition(-1);
+        EXPECT_EQ(objStream.GetPosition(), 10) << "there is no such place";
+    }
+    EXPECT_EQ(objFile.ReadBytes(), "0123ab6789");
+}
+
 TEST(FileStream, OpenModes)
 {
     const CTempFile objFile("modes", "0123456789");

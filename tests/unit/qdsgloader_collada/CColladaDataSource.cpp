@@ -139,6 +139,10 @@ TEST(ColladaDataSource, NamesAndIDs)
     ASSERT_TRUE(spIDs && spIDs->InstanceOf(&CCDS_IDRefArray::ms_objType));
     EXPECT_EQ(static_cast<CCDS_IDRefArray&>(*spIDs).GetValue(0)[0], "hip");
     EXPECT_FALSE(Read(Source("Name_array", "float")));
+    // An id of its own is not asked for.
+    EXPECT_TRUE(Read("<source id=\"s\"><float_array id=\"s\">1</float_array><technique_common><accessor "
+                     "source=\"#s\" count=\"1\">" +
+                     P("X") + "</accessor></technique_common></source>"));
 }
 
 TEST(ColladaDataSource, AccessByIndex)

@@ -14,16 +14,17 @@ TEST(CDaeDatabase_Ids, FindsByIdInDocumentOrder)
         "ids.dae",
         DaeTestDocument(
             "<library_nodes><node id=\"a\"><node id=\"b\" name=\"inner node\"/></node><node id=\"b\"/>"
-            "<node id=\"a W\xc3\xbcrfel\"><instance_node url=\"#a "
+            "<node id=\"e\"><extra id=\"b\"/></node><node id=\"a W\xc3\xbcrfel\"><instance_node url=\"#a "
             "W\xc3\xbcrfel\"/></node></library_nodes>")));
     daeDatabase& rDatabase = *objFile.GetDAE().getDatabase();
     daeDocument* pDocument = objFile.GetDocument();
 
-    ASSERT_EQ(rDatabase.idLookup("b").size(), 2u);
+    ASSERT_EQ(rDatabase.idLookup("b").size(), 2u) << "the first node and the extra";
     daeElement* pInner = rDatabase.idLookup("b", pDocument);
     EXPECT_EQ(pInner->getAttribute("name"), "inner node");
     EXPECT_TRUE(rDatabase.idLookup("c").empty());
-    EXPECT_EQ(rDatabase.typeLookup(pInner->typeID()).size(), 4u);
+    const daeInt nNodeType = pInner->typeID();
+    EXPECT_EQ(rDatabase.typeLookup(nNodeType).size(), 5u);
 
     // a reference has to escape what the id need not
     daeElement* pInstance = pDocument->getDomRoot()->getDescendant("instance_node");
@@ -38,7 +39,7 @@ TEST(CDaeDatabase_Ids, FindsByIdInDocumentOrder)
     daeElement* pOuter = rDatabase.idLookup("a", pDocument);
     daeElement::removeFromParent(pOuter);
     EXPECT_TRUE(rDatabase.idLookup("c").empty());
-    EXPECT_EQ(rDatabase.typeLookup(rDatabase.idLookup("b", pDocument)->typeID()).size(), 2u);
+    EXPECT_EQ(rDatabase.typeLookup(nNodeType).size(), 3u);
 
     // and comes back with it
     daeElementRef spNew = pDocument->getDomRoot()->getDescendant("library_nodes")->add("node");

@@ -2,6 +2,7 @@
 #include "qdsgloader_collada/CDaeFile.h"
 
 #include "qdsgloader_collada/CDaeTestDocument.h"
+#include "qdsgloader_collada/CDaeUri.h"
 #include "support/CLogCapture.h"
 #include "support/CTempFile.h"
 
@@ -330,7 +331,8 @@ TEST(CDaeFile, FilesOfAnyName)
     {
         const CTempFile objTemp(szName, strDocument);
         const std::string strPath = objTemp.GetName();
-        for (const std::string& rName : {strPath, std::filesystem::relative(strPath).string()})
+        for (const std::string& rName :
+             {strPath, std::filesystem::relative(strPath).string(), MakeDaeDocumentURI(strPath)})
         {
             CDaeFile objFile;
             ASSERT_TRUE(objFile.Open(rName)) << objFile.GetErrorText();
@@ -351,6 +353,7 @@ TEST(CDaeFile, FilesOfAnyName)
         {objNone.GetName(), ""},
         {std::filesystem::path(objNone.GetName()).parent_path().string(), ": it is not a regular file"},
         {"http://localhost/a.dae", ": only local files are read"},
+        {"file://server/a.dae", ": only local files are read"},
     };
     for (const auto& [strName, strReason] : arrRefused)
     {

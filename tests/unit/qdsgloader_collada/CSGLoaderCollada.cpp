@@ -78,10 +78,12 @@ TEST(ColladaLoader, FilesThatDoNotLoad)
         std::vector<CSGAnimation*> vecAnimations;
         EXPECT_FALSE(spLoader->LoadAnimations(vecAnimations));
         EXPECT_FALSE(spLoader->LoadDefaultAnimation());
+        EXPECT_FALSE(spLoader->LoadAnimation("walk"));
         EXPECT_EQ(objLog.GetLines(),
                   (std::vector<std::string>{"1 Tried to load scene graph when no file was loaded.",
                                             "1 Tried to load up axis when no file was loaded.",
                                             "1 Tried to load animatinos when no file was loaded.",
+                                            "1 Tried to load animation when no file was loaded.",
                                             "1 Tried to load animation when no file was loaded."}));
     }
     EXPECT_TRUE(spLoader->LoadFile(objGood.GetName()));
@@ -112,6 +114,10 @@ TEST(ColladaLoader, UpAxis)
         {"<asset><up_axis>Y_UP</up_axis></asset>", UP_AXIS_Y, nullptr},
         {"<asset><up_axis>Z_UP</up_axis></asset>", UP_AXIS_Z, nullptr},
         {"<asset/>", UP_AXIS_Z, "4 <asset> had NUL <up_axis> in <COLLADA>."},
+        {"<asset><up_axis>W_UP</up_axis></asset>", UP_AXIS_Z,
+         "4 Unknown <up_axis> value -1.  Defaulting to Z axis in <asset> in <COLLADA>"},
+        {"<asset><up_axis/></asset>", UP_AXIS_Z,
+         "4 Unknown <up_axis> value -1.  Defaulting to Z axis in <asset> in <COLLADA>"},
         {"", UP_AXIS_Z, "4 <COLLADA> element had no <asset>.  Defaulting to Z axis."},
     };
     for (const CCase& rCase : arrCases)

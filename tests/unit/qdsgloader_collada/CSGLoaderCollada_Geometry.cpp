@@ -289,7 +289,40 @@ TEST(ColladaGeometry, Faults)
         std::vector<std::string> vecErrors = objScene.GetComplaints();
         std::erase_if(vecErrors, [](const std::string& r) { return r.starts_with("4 "); });
         EXPECT_EQ(vecErrors, vecExpected) << rCase.strPrimitive;
+        // A second attempt names the geometry, too.
+        CLogCapture objLog;
+        EXPECT_FALSE(objScene.m_spLoader->LoadSceneGraph());
+        EXPECT_TRUE(objLog.HasLine("1 Failed to load <mesh> in <geometry id=\"g\">"));
     }
+}
+
+TEST(ColladaGeometry, SourcesAreBoundedByTheFile)
+{
+    constexpr int SOURCES = 40;
+    std::string strZeros;
+    for (int n = 0; n < 50000; ++n)
+    {
+        strZeros += "0 ";
+    }
+    const auto Accessor = [](int n) {
+        return "<source id=\"s" + std::to_string(n) +
+               "\"><technique_common><accessor source=\"#all\" count=\"49998\" stride=\"1\">" + TEST_XYZ +
+               "</accessor></technique_common></source>";
+    };
+    std::string strSources =
+        "<source id=\"zeros\"><float_array id=\"all\">" + strZeros + "</float_array></source>";
+    std::string strTriangles;
+    for (int n = 0; n < SOURCES; ++n)
+    {
+        strSources += Accessor(n);
+        strTriangles += Triangles("1",
+                                  std::string(TEST_VERTEX) + "<input semantic=\"NORMAL\" source=\"#s" +
+                                      std::to_string(n) + "\" offset=\"0\"/>",
+                                  "0 1 2");
+    }
+    const CColladaTestScene objScene(TestMeshScene(strSources + strTriangles));
+    EXPECT_FALSE(objScene.m_spRoot);
+    EXPECT_TRUE(objScene.GetComplaints().front().ends_with("hold too much for the size of the file"));
 }
 
 TEST(ColladaGeometry, OriginalVertices)

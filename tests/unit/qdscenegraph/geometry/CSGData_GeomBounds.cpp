@@ -156,7 +156,7 @@ TEST(CSGData_GeomBounds, HoldEveryVertexTightly)
             MakeBinding({vecPositions.begin(), vecPositions.begin() + static_cast<long>(nHalf)}));
         spList->AddBinding(
             MakeBinding({vecPositions.begin() + static_cast<long>(nHalf), vecPositions.end()}));
-        const CSGBounds objBounds = spList->ComputeBounds();
+        const CSGBounds objBounds = spList->GetBounds();
         const auto& [objCenter, fRadius] = objBounds.m_objSphere;
         float fFarthest = 0.0f;
         for (size_t n = 0; n < vecPositions.size(); n += 3)

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 TEST(Node, ChildSlots)
 {
     CLogCapture objLog;
@@ -186,6 +188,15 @@ TEST(Node, DeepTreesAreCopiedAndFreedWithoutRecursion)
         EXPECT_TRUE(spKept->HasParent());
     }
     EXPECT_EQ(CSGMem::GetPool().GetNumLiveBlocks(), nBlocks);
+}
+
+TEST(Node, GeomStatsOfSharedGeometryStopAtTheLargestCount)
+{
+    CSGGeomStats objStats;
+    objStats.m_nTriangles = std::numeric_limits<int>::max() - 1;
+    CSGGeomStats objTotals = objStats;
+    objTotals += objStats;
+    EXPECT_EQ(objTotals.m_nTriangles, std::numeric_limits<int>::max());
 }
 
 TEST(Node, DebugOutput)

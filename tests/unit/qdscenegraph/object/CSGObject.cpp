@@ -20,6 +20,18 @@ class CThing : public CSGObject, public CEnableSGObjectWPtr
 };
 using CTypes = CSGTypeInfo<CThing>;
 
+// Is taken once more when it is too late.
+class CTakenWhileDestroyed : public CSGObject
+{
+  public:
+    explicit CTakenWhileDestroyed(int32_t& rResult) : m_rResult(rResult) {}
+    ~CTakenWhileDestroyed() override { m_rResult = AddRef(); }
+    size_t GetObjectSize() const override { return sizeof(CTakenWhileDestroyed); }
+
+  private:
+    int32_t& m_rResult;
+};
+
 } // namespace
 
 TEST(SGObject, LivesInThePoolAndRefusesToBeReleasedUnowned)
@@ -36,6 +48,16 @@ TEST(SGObject, LivesInThePoolAndRefusesToBeReleasedUnowned)
     EXPECT_EQ(CSGMem::GetPool().GetNumLiveBlocks(), nBlocks);
     CSGMem::Destroy(nullptr);
     EXPECT_TRUE(objLog.HasLine("1 Handed in NULL pObject"));
+}
+
+TEST(SGObject, CannotBeTakenOnceItIsDestroyed)
+{
+    CLogCapture objLog;
+    int32_t nResult = 0;
+    EXPECT_EQ(
+        boost::intrusive_ptr<CSGObject>(CSGMem::Construct<CTakenWhileDestroyed>(nResult))->GetRefCount(), 1);
+    EXPECT_EQ(nResult, -1);
+    EXPECT_TRUE(objLog.Contains("1 Called when ref count was invalid value -1000 at 0x"));
 }
 
 TEST(WeakPtr, YieldsNullOnceTheObjectIsGone)

@@ -66,3 +66,28 @@ TEST(ResourceSet, RenamesTheFirstNodeOfAName)
     EXPECT_FALSE(spSet->RenameNode("none", "b"));
     EXPECT_EQ(objLog.GetLines(), std::vector<std::string>{"1 Couldn't find descendant with name 'none'"});
 }
+
+TEST(ResourceSet, RenamesAnimations)
+{
+    const auto spSet = CSGResourceSet::Create();
+    ASSERT_TRUE(spSet->AddTopLevelNode(MakeNode("walk").get()));
+    const boost::intrusive_ptr<CSGAnimation> arrAnimations[] = {CSGMem::Construct<CSGAnimation>(),
+                                                                CSGMem::Construct<CSGAnimation>()};
+    arrAnimations[0]->SetName("walk");
+    arrAnimations[1]->SetName("run");
+    for (const auto& spAnimation : arrAnimations)
+    {
+        ASSERT_TRUE(spSet->AddTopLevelNode(spAnimation.get()));
+    }
+    CLogCapture objLog;
+    EXPECT_TRUE(spSet->RenameAnimation("none", "none"));
+    EXPECT_FALSE(spSet->RenameAnimation("none", "walk"));
+    EXPECT_FALSE(spSet->RenameAnimation("walk", "run"));
+    EXPECT_EQ(arrAnimations[0]->GetName().GetView(), "walk");
+    EXPECT_TRUE(spSet->RenameAnimation("walk", "stroll"));
+    EXPECT_EQ(arrAnimations[0]->GetName().GetView(), "stroll");
+    EXPECT_EQ(objLog.GetLines(),
+              (std::vector<std::string>{"4 Ignoring attempt to rename 'none' to 'none' (same name)",
+                                        "1 Didn't find animation named 'none'",
+                                        "1 Animation with name 'run' already exists."}));
+}

@@ -165,6 +165,11 @@ TEST(StreamableType, Registration)
     uint64_t uiGUID = 0;
     EXPECT_FALSE(CUnregistered::GetStaticSGStreamableType()->GetGUID(uiGUID));
     EXPECT_TRUE(objLog.Contains("CUnregistered is not registered."));
+    objLog.Clear();
+    QD_SCENEGRAPH.SetThreshold(LOG_FAIL);
+    EXPECT_FALSE(CUnregistered::GetStaticSGStreamableType()->GetGUID(uiGUID));
+    QD_SCENEGRAPH.SetThreshold(CLogSource::DEFAULT_THRESHOLD);
+    EXPECT_TRUE(objLog.GetLines().empty()) << "the source does not want errors";
     testing::internal::CaptureStderr();
     EXPECT_FALSE(CBase::GetStaticSGStreamableType()->Register(0x7100000000000001, 1, 9));
     EXPECT_FALSE(CUnregistered::GetStaticSGStreamableType()->Register(0x7100000000000001, 1, 9));
