@@ -32,9 +32,6 @@ constexpr size_t MAX_UNKNOWN_ATTRIBUTES = 256;
 // A URI longer than this is left out: the DOM copies each a dozen times.
 constexpr size_t MAX_URI = 65536;
 
-// The value of an enumeration whose text is none of its names.
-constexpr daeEnum UNKNOWN_ENUM = -1;
-
 // The namespaces of COLLADA 1.4 and 1.5 differ in the year and month only.
 bool IsColladaNamespace(std::string_view strURI)
 {
@@ -442,10 +439,11 @@ bool CDaeTreeBuilder::SetValue(daeElement& rElement, daeMetaAttribute& rAttribut
         if (!rType.stringToMemory(std::string(strToken).data(), pValue))
         {
             // An attribute's default stays, as with a document of a later version. The text of an element
-            // has none.
+            // has none: it gets the value behind the last, the enumeration's ..._COUNT.
             if (&rAttribute == rElement.getCharDataObject())
             {
-                *reinterpret_cast<daeEnum*>(pValue) = UNKNOWN_ENUM;
+                *reinterpret_cast<daeEnum*>(pValue) =
+                    static_cast<daeEnum>(static_cast<const daeEnumType&>(rType)._strings->getCount());
             }
             m_rReport.Notice(&rElement == m_pDocument->getDomRoot() ? LOG_INFO : LOG_WARNING,
                              "\"" + CDaeReport::Quote(strToken) + "\" in " + Describe(rElement) + " is not " +

@@ -115,9 +115,9 @@ TEST(ColladaLoader, UpAxis)
         {"<asset><up_axis>Z_UP</up_axis></asset>", UP_AXIS_Z, nullptr},
         {"<asset/>", UP_AXIS_Z, "4 <asset> had NUL <up_axis> in <COLLADA>."},
         {"<asset><up_axis>W_UP</up_axis></asset>", UP_AXIS_Z,
-         "4 Unknown <up_axis> value -1.  Defaulting to Z axis in <asset> in <COLLADA>"},
+         "4 Unknown <up_axis> value 3.  Defaulting to Z axis in <asset> in <COLLADA>"},
         {"<asset><up_axis/></asset>", UP_AXIS_Z,
-         "4 Unknown <up_axis> value -1.  Defaulting to Z axis in <asset> in <COLLADA>"},
+         "4 Unknown <up_axis> value 3.  Defaulting to Z axis in <asset> in <COLLADA>"},
         {"", UP_AXIS_Z, "4 <COLLADA> element had no <asset>.  Defaulting to Z axis."},
     };
     for (const CCase& rCase : arrCases)
