@@ -1,8 +1,8 @@
 #include "qdscenegraph/geometry/CSGData_Geometry.h"
 
 #include "qdcommon/CStream.h"
-#include "qdscenegraph/geometry/CSGLoadedLink.h"
 #include "qdscenegraph/node/CSGGeomStats.h"
+#include "qdscenegraph/streaming/CSGLoadedLink.h"
 #include "qdscenegraph/streaming/CSGStreamableLoadState.h"
 #include "qdscenegraph/streaming/CSGStreamableSaveState.h"
 

@@ -1,7 +1,7 @@
 #include "qdscenegraph/geometry/CSGIndexedGeom.h"
 
 #include "qdcommon/CStream.h"
-#include "qdscenegraph/geometry/CSGLoadedLink.h"
+#include "qdscenegraph/streaming/CSGLoadedLink.h"
 #include "qdscenegraph/streaming/CSGStreamableLoadState.h"
 #include "qdscenegraph/streaming/CSGStreamableSaveState.h"
 

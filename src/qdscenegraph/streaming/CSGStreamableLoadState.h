@@ -4,6 +4,7 @@
 #include "qdscenegraph/streaming/CSGStreamable.h"
 #include "qdscenegraph/streaming/CSGStreamableState.h"
 
+class CSGTextureLoader;
 class CStream;
 
 class CSGStreamableLoadState : public CSGStreamableState
@@ -47,6 +48,10 @@ class CSGStreamableLoadState : public CSGStreamableState
     // The load has come to its end: the objects keep their links when the state goes.
     void SetComplete() { m_bComplete = true; }
 
+    // What textures that are kept by name are loaded with; borrowed, null when there is none.
+    void SetTextureLoader(CSGTextureLoader* pTextureLoader) { m_pTextureLoader = pTextureLoader; }
+    CSGTextureLoader* GetTextureLoader() const { return m_pTextureLoader; }
+
   private:
     struct CNotification
     {
@@ -75,4 +80,5 @@ class CSGStreamableLoadState : public CSGStreamableState
     std::vector<CLink> m_vecLinks;
     int32_t m_nNumLoaded = 0; // objects load in the order of their ids
     bool m_bComplete = false;
+    CSGTextureLoader* m_pTextureLoader = nullptr;
 };
