@@ -3,6 +3,7 @@
 #include "qdcommon/CFileStream.h"
 #include "qdscenegraph/nest/NestFile.h"
 #include "qdscenegraph/streaming/CSGStreamableLoadState.h"
+#include "qdscenegraph/texture/CSGTextureLoader.h"
 
 #include <cstring>
 #include <new>
@@ -72,7 +73,9 @@ bool CSGNestReader::LoadFile(const CQDString& rFilename)
         return true;
     };
 
+    const boost::intrusive_ptr<CSGTextureLoader> spTextureLoader = CSGTextureLoader::CreateStandardLoader();
     CSGStreamableLoadState loadState;
+    loadState.SetTextureLoader(spTextureLoader.get());
     char buff[4] = {};
     objStream.Read(buff, sizeof(buff));
     const int32_t nFileVersion = objStream.ReadInt32();

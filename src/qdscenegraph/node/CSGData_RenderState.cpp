@@ -60,6 +60,6 @@ bool CSGData_RenderState::WriteToStream(CStream* pStream, CSGStreamableSaveState
 
 void CSGData_RenderState::OutputDebugInfo(const CQDString& rIndent) const
 {
-    Log(QD_SCENEGRAPH, LOG_INFO, "%sCSGData_RenderState: 0x%08llX - Flags: 0x%08X - Depth Bias: 0x%08X",
-        rIndent, LogAddress(this), m_arrWords[0], m_arrWords[1]);
+    Log(QD_SCENEGRAPH, LOG_INFO, "%sCSGData_RenderState: 0x%08llX - Flags: 0x%08X - Depth Bias: %.3f",
+        rIndent, LogAddress(this), m_arrWords[0], GetDepthBias());
 }

@@ -3,6 +3,8 @@
 
 #include "qdscenegraph/node/CSGData.h"
 
+#include <bit>
+
 class CSGData_RenderState : public CSGDataInterface<CSGData_RenderState>
 {
   public:
@@ -25,6 +27,9 @@ class CSGData_RenderState : public CSGDataInterface<CSGData_RenderState>
     {
         m_arrWords[0] = bSet ? m_arrWords[0] | eFlag : m_arrWords[0] & ~eFlag;
     }
+    // Added to the depth of what is drawn, in the units of the renderer.
+    float GetDepthBias() const { return std::bit_cast<float>(m_arrWords[1]); }
+    void SetDepthBias(float fDepthBias) { m_arrWords[1] = std::bit_cast<uint32_t>(fDepthBias); }
 
     const CSGDataCopyBehavior& GetCopyBehavior() const override { return CSGDCBhvr_Copy::ms_objInstance; }
     boost::intrusive_ptr<CSGData> CreateCopy(CSGCopyData* pCopyData) const override;
@@ -33,5 +38,5 @@ class CSGData_RenderState : public CSGDataInterface<CSGData_RenderState>
     void OutputDebugInfo(const CQDString& rIndent) const override;
 
   private:
-    uint32_t m_arrWords[2] = {0, 0};
+    uint32_t m_arrWords[2] = {0, 0}; // the flags, the bits of the depth bias
 };

@@ -1,7 +1,9 @@
 #include "qdscenegraph/resource/CSGResourceSet.h"
 
-#include "qdscenegraph/animation/CSGAnimation.h"
+#include "qdscenegraph/animation/CSGData_AnimStack.h"
 #include "qdscenegraph/node/CSGCopyData.h"
+
+#include <unordered_set>
 
 namespace
 {
@@ -104,11 +106,45 @@ bool CSGResourceSet::RenameNode(const CQDCompactString& rOldName, const CQDCompa
             {
                 pNode->SetLocalName(rNewName);
             }
+            RenameNodeInAnimations(rOldName, rNewName);
             return true;
         }
     }
     Log(QD_SCENEGRAPH, LOG_ERROR, "Couldn't find descendant with name '%s'", rOldName);
     return false;
+}
+
+void CSGResourceSet::RenameNodeInAnimations(const CQDCompactString& rOldName,
+                                            const CQDCompactString& rNewName) const
+{
+    // A layer may stand in several stacks, and an animation in several layers.
+    std::unordered_set<CSGAnimation*> setAnimations;
+    std::unordered_set<CSGAnimLayer*> setLayers;
+    for (const auto& spTopLevelNode : m_vecTopLevelNodes)
+    {
+        if (auto* pAnimation = SGStreamableCast<CSGAnimation>(spTopLevelNode.get()))
+        {
+            setAnimations.insert(pAnimation);
+        }
+        const auto* pRoot = SGStreamableCast<CSGNode>(spTopLevelNode.get());
+        for (const CSGNode* pNode = pRoot; pNode != nullptr; pNode = pNode->GetNextInTree(pRoot))
+        {
+            const auto* pAnimStack = pNode->FindData<CSGData_AnimStack>();
+            for (int32_t n = 0; pAnimStack != nullptr && n < pAnimStack->GetNumLayers(); ++n)
+            {
+                setLayers.insert(pAnimStack->GetLayer(n));
+            }
+        }
+    }
+    for (CSGAnimLayer* pLayer : setLayers)
+    {
+        pLayer->RenameInMask(rOldName, rNewName);
+        setAnimations.insert(pLayer->GetAnimation());
+    }
+    for (CSGAnimation* pAnimation : setAnimations)
+    {
+        pAnimation->RenameNode(rOldName, rNewName);
+    }
 }
 
 bool CSGResourceSet::RenameAnimation(const CQDCompactString& rOldName, const CQDCompactString& rNewName)
@@ -138,7 +174,7 @@ CSGAnimation* CSGResourceSet::FindAnimation(const CQDCompactString& rName) const
 {
     for (const auto& spTopLevelNode : m_vecTopLevelNodes)
     {
-        auto* pAnimation = dynamic_cast<CSGAnimation*>(spTopLevelNode.get());
+        auto* pAnimation = SGStreamableCast<CSGAnimation>(spTopLevelNode.get());
         if (pAnimation != nullptr && pAnimation->GetName() == rName)
         {
             return pAnimation;
@@ -157,4 +193,11 @@ bool CSGResourceSet::GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) c
         }
     }
     return true;
+}
+
+void CSGResourceSet::ClearAnimations()
+{
+    std::erase_if(m_vecTopLevelNodes, [](const auto& spTopLevelNode) {
+        return SGStreamableCast<CSGAnimation>(spTopLevelNode.get()) != nullptr;
+    });
 }

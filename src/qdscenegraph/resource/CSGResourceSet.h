@@ -47,7 +47,8 @@ class CSGResourceSet : public CSGObject, public CEnableSGObjectWPtr
                                 const std::vector<const CSGNode*>& rIgnores) const;
 
     // Gives the first node with the old global name, in document order over all top-level nodes, the new one;
-    // a local name that was the same changes with it. False (reported) when there is no such node.
+    // a local name that was the same changes with it. The set's animations, those that are played in its
+    // trees too, find it by the new name. False (reported) when there is no such node.
     bool RenameNode(const CQDCompactString& rOldName, const CQDCompactString& rNewName);
 
     // Gives the first animation of the old name the new one. A name that it has already is left as it is
@@ -57,10 +58,15 @@ class CSGResourceSet : public CSGObject, public CEnableSGObjectWPtr
 
     // Appends the set's animations in their order.
     bool GetAnimations(std::vector<CSGAnimation*>& rvecAnimations) const;
+    // The first animation of the name; null when there is none.
+    CSGAnimation* FindAnimation(const CQDCompactString& rName) const;
+    bool HasAnimation(const CQDCompactString& rName) const { return FindAnimation(rName) != nullptr; }
+    // Takes all animations out of the list of top-level objects.
+    void ClearAnimations();
 
   private:
-    // Null when there is no animation of that name.
-    CSGAnimation* FindAnimation(const CQDCompactString& rName) const;
+    // A node has been renamed: lets all that animates the set's trees find it.
+    void RenameNodeInAnimations(const CQDCompactString& rOldName, const CQDCompactString& rNewName) const;
 
     std::vector<boost::intrusive_ptr<CSGStreamable>> m_vecTopLevelNodes;
     EUpAxis m_eUpAxis = UP_AXIS_Z;

@@ -1,6 +1,6 @@
 #include "qdscenegraph/transform/CSGXFrm_LookAt.h"
 
-#include "qdscenegraph/transform/CSGFloatRecord.h"
+#include "qdscenegraph/streaming/CSGFloatRecord.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "qdscenegraph/transform/CSGXFrm_Scale.h"
 
-#include "qdscenegraph/transform/CSGFloatRecord.h"
+#include "qdscenegraph/streaming/CSGFloatRecord.h"
 
 const CSGTypeInfo<CSGTransform> CSGXFrm_Scale::ms_objTypeInfo(CSGXFrm_Scale::SG_TYPE_NAME);
 

@@ -1,6 +1,6 @@
 #include "qdscenegraph/transform/CSGXFrm_Transform3.h"
 
-#include "qdscenegraph/transform/CSGFloatRecord.h"
+#include "qdscenegraph/streaming/CSGFloatRecord.h"
 
 const CSGTypeInfo<CSGTransform> CSGXFrm_Transform3::ms_objTypeInfo(CSGXFrm_Transform3::SG_TYPE_NAME);
 

@@ -1,6 +1,6 @@
 #include "qdscenegraph/transform/CSGXFrm_Translate.h"
 
-#include "qdscenegraph/transform/CSGFloatRecord.h"
+#include "qdscenegraph/streaming/CSGFloatRecord.h"
 
 const CSGTypeInfo<CSGTransform> CSGXFrm_Translate::ms_objTypeInfo(CSGXFrm_Translate::SG_TYPE_NAME);
 

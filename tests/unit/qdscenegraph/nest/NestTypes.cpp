@@ -16,6 +16,7 @@ std::string FirstWord(const std::string& rText)
     std::istringstream objText(rText);
     std::string strWord;
     objText >> strWord;
+    std::erase(strWord, '`'); // around names with angle brackets
     return strWord;
 }
 

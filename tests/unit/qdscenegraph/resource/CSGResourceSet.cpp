@@ -2,7 +2,7 @@
 
 #include "qdscenegraph/resource/CSGResourceSet.h"
 
-#include "qdscenegraph/animation/CSGAnimation.h"
+#include "qdscenegraph/animation/CSGData_AnimStack.h"
 #include "support/CLogCapture.h"
 #include "support/CTestData.h"
 
@@ -90,4 +90,35 @@ TEST(ResourceSet, RenamesAnimations)
               (std::vector<std::string>{"4 Ignoring attempt to rename 'none' to 'none' (same name)",
                                         "1 Didn't find animation named 'none'",
                                         "1 Animation with name 'run' already exists."}));
+}
+
+TEST(ResourceSet, AnimationsFindARenamedNode)
+{
+    const auto spSet = CSGResourceSet::Create();
+    const CNodePtr spRoot = MakeNode("root");
+    const CNodePtr spBox = MakeNode("box", spRoot.get());
+    CSGAnimation::CAnimationPtr arrAnimations[2]; // "walk" is listed, the other is played
+    for (auto& rspAnimation : arrAnimations)
+    {
+        const auto spSampler = CSGAnimSampler::Create(1, 1, CSGAnimSampler::INTERP_STEP);
+        rspAnimation = CSGAnimation::Create(
+            {CSGAnimChannel::Create("", spSampler, CSGRefPath::ForVisibility("box"))}, 0, 1);
+    }
+    const auto& [spWalk, spRun] = arrAnimations;
+    spWalk->SetName("walk");
+    const auto spLayer = CSGAnimLayer::Create("", spRun);
+    spLayer->SetMask({"box"});
+    const auto spStack = CSGData_AnimStack::Create();
+    ASSERT_TRUE(spStack->AddLayer(spLayer) && spRoot->AddData(spStack.get()));
+    ASSERT_TRUE(spSet->AddTopLevelNode(spRoot.get()) && spSet->AddTopLevelNode(spWalk.get()));
+
+    ASSERT_TRUE(spSet->RenameNode("box", "crate"));
+    EXPECT_TRUE(spWalk->PoseModel(spRoot.get()));
+    EXPECT_FALSE(spBox->IsVisible()) << "the curve is 0";
+    EXPECT_TRUE(spRun->CanAnimate(spRoot.get()));
+    EXPECT_EQ(spLayer->GetMask(), CSGAnimLayer::CMask{"crate"});
+
+    EXPECT_TRUE(spSet->HasAnimation("walk") && !spSet->HasAnimation(""));
+    spSet->ClearAnimations();
+    EXPECT_EQ(spSet->GetNumTopLevelNodes(), 1);
 }

@@ -1,0 +1,28 @@
+// One program of a pass.
+#pragma once
+
+#include "qdcommon/CQDString.h"
+#include "qdscenegraph/object/CSGObject.h"
+
+// The renderer compiles it; here it is a text and the stage it is for. Not saved.
+class CSGShader final : public CSGObject
+{
+  public:
+    enum EStage
+    {
+        STAGE_VERTEX,
+        STAGE_FRAGMENT
+    };
+
+    static boost::intrusive_ptr<CSGShader> Create(EStage eStage, const CQDString& rSource);
+
+    EStage GetStage() const { return m_eStage; }
+    const CQDString& GetSource() const { return m_strSource; }
+    size_t GetObjectSize() const override { return sizeof(CSGShader); }
+
+  private:
+    EStage m_eStage = STAGE_VERTEX;
+    CQDString m_strSource;
+};
+
+using CSGShaderPtr = boost::intrusive_ptr<CSGShader>;
