@@ -3,7 +3,12 @@
 
 #include "pyqdsg/PyCompat.h"
 
-class CSGAnimation;
+#include "qdscenegraph/animation/CSGAnimation.h"
+
+struct PySGAnimation
+{
+    PyObject_HEAD CSGAnimation::CAnimationPtr m_spAnimation;
+};
 
 extern PyTypeObject PySGAnimation_Type;
 

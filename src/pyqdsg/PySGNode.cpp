@@ -1,11 +1,17 @@
 #include "pyqdsg/PySGNode.h"
 
 #include "pyqdsg/CSGData_PySGNode.h"
+#include "pyqdsg/PySGCamera.h"
 #include "pyqdsg/PySGGeomBinding.h"
+#include "pyqdsg/PySGLight.h"
+#include "pyqdsg/PySGMaterial.h"
 #include "pyqdsg/PySGResourceSet.h"
 #include "pyqdsg/PySupport.h"
 #include "pyqdsg/PyTransform3.h"
+#include "qdscenegraph/camera/CSGData_Camera.h"
 #include "qdscenegraph/geometry/CSGData_Geometry.h"
+#include "qdscenegraph/light/CSGData_LightSet.h"
+#include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/optimize/CSGOptimizer.h"
 #include "qdscenegraph/transform/CSGData_WorldTransform.h"
 
@@ -144,6 +150,49 @@ PyObject* GetVisible(PyObject* pySelf, void*)
     return pNode != nullptr ? PyBool_FromLong(pNode->IsVisible()) : nullptr;
 }
 
+PyObject* GetMaterial(PyObject* pySelf, void*)
+{
+    const CSGNode* pNode = PyWrapper_get(pySelf, &PySGNode::m_spNode, "Had NULL SG node.");
+    if (pNode == nullptr)
+    {
+        return nullptr;
+    }
+    const auto* pData = pNode->FindData<CSGData_Material>();
+    if (pData == nullptr)
+    {
+        Py_RETURN_NONE;
+    }
+    return PySGMaterial_create(*pData->GetMaterial());
+}
+
+PyObject* GetLights(PyObject* pySelf, void*)
+{
+    const CSGNode* pNode = PyWrapper_get(pySelf, &PySGNode::m_spNode, "Had NULL SG node.");
+    if (pNode == nullptr)
+    {
+        return nullptr;
+    }
+    const auto* pData = pNode->FindData<CSGData_LightSet>();
+    const auto rngLights = std::views::iota(0, pData != nullptr ? pData->GetNumLights() : 0) |
+                           std::views::transform([pData](int32_t n) { return pData->GetLight(n); });
+    return PyList_of(rngLights, &PySGLight_create, "Failed to create a new list for lights.");
+}
+
+PyObject* GetCamera(PyObject* pySelf, void*)
+{
+    const CSGNode* pNode = PyWrapper_get(pySelf, &PySGNode::m_spNode, "Had NULL SG node.");
+    if (pNode == nullptr)
+    {
+        return nullptr;
+    }
+    const auto* pData = pNode->FindData<CSGData_Camera>();
+    if (pData == nullptr)
+    {
+        Py_RETURN_NONE;
+    }
+    return PySGCamera_create(*pData->GetCamera());
+}
+
 CSGNode* GetNodeForMethod(PyObject* pySelf)
 {
     return PyWrapper_get(pySelf, &PySGNode::m_spNode, "Had NULL internal SG node.", PyExc_Exception);
@@ -203,6 +252,9 @@ PyGetSetDef s_arrGetSets[] = {
     PyCompat_GetSet("geom_bindings", GetGeomBindings, "The geometry bindings for this node"),
     PyCompat_GetSet("world_transform", GetWorldTransform, "The world transform for this node"),
     PyCompat_GetSet("visible", GetVisible, "Whether this node is drawn"),
+    PyCompat_GetSet("material", GetMaterial, "What this node is drawn with"),
+    PyCompat_GetSet("lights", GetLights, "The lights on this node"),
+    PyCompat_GetSet("camera", GetCamera, "The camera on this node"),
     {}};
 
 } // namespace

@@ -11,40 +11,45 @@ namespace
 constexpr uint64_t FREE_PRIMITIVES = 1 << 20;
 constexpr uint64_t PRIMITIVES_PER_BYTE = 4;
 
+template <class MAP, class ELEMENT>
+void EraseSources(MAP& rMap, ELEMENT& rElement)
+{
+    for (const auto& rspSource : AsSpan(rElement.getSource_array()))
+    {
+        rMap.erase(rspSource.cast());
+    }
+}
+
 } // namespace
 
 CColladaDataSourceCache::CDataSourcePtr CColladaDataSourceCache::GetDataSource(domSource& rSource)
 {
     const auto [it, bNew] = m_mapDataSources.try_emplace(&rSource);
-    if (bNew)
+    const CDataSourcePtr spDataSource = bNew ? CColladaDataSourceType::CreateDataSource(rSource) : nullptr;
+    if (spDataSource)
     {
-        const CDataSourcePtr spDataSource = CColladaDataSourceType::CreateDataSource(rSource);
-        if (spDataSource && TakeFromBudget(*spDataSource, rSource))
+        if (!TakeFromBudget(static_cast<uint64_t>(spDataSource->GetNumValues()) *
+                            static_cast<uint64_t>(spDataSource->GetPrimitivesPerValue())))
         {
-            it->second = spDataSource;
+            Log(QD_COLLADA, LOG_ERROR,
+                "The sources up to <source id=\"%s\"> hold too much for the size of the file",
+                GetIDText(rSource));
+            return nullptr;
         }
+        it->second = spDataSource;
     }
     return it->second;
 }
 
-bool CColladaDataSourceCache::TakeFromBudget(const CColladaDataSource& rDataSource, const domSource& rSource)
+bool CColladaDataSourceCache::TakeFromBudget(uint64_t uiPrimitives)
 {
-    m_uiPrimitives += static_cast<uint64_t>(rDataSource.GetNumValues()) *
-                      static_cast<uint64_t>(rDataSource.GetPrimitivesPerValue());
-    if (m_uiPrimitives > FREE_PRIMITIVES + PRIMITIVES_PER_BYTE * m_uiDocumentSize)
-    {
-        Log(QD_COLLADA, LOG_ERROR,
-            "The sources up to <source id=\"%s\"> hold too much for the size of the file",
-            GetIDText(rSource));
-        return false;
-    }
-    return true;
+    m_uiPrimitives += uiPrimitives;
+    return m_uiPrimitives <= FREE_PRIMITIVES + PRIMITIVES_PER_BYTE * m_uiDocumentSize;
 }
 
-void CColladaDataSourceCache::DropSourcesOf(domMesh& rMesh)
+void CColladaDataSourceCache::DropSourcesOf(domMesh& rMesh) { EraseSources(m_mapDataSources, rMesh); }
+
+void CColladaDataSourceCache::DropSourcesOf(domAnimation& rAnimation)
 {
-    for (const auto& rspSource : AsSpan(rMesh.getSource_array()))
-    {
-        m_mapDataSources.erase(rspSource.cast());
-    }
+    EraseSources(m_mapDataSources, rAnimation);
 }

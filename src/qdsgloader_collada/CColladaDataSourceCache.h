@@ -1,4 +1,4 @@
-// The data sources of meshes that have been read: primitives share them, and each is read once.
+// The data sources that have been read: primitives and samplers share them, and each is read once.
 #pragma once
 
 #include "qdsgloader_collada/CColladaDataSource.h"
@@ -15,17 +15,17 @@ class CColladaDataSourceCache
     void SetDocumentSize(uint64_t uiBytes) { m_uiDocumentSize = uiBytes; }
     // Null (reported at the first attempt) for a source that cannot be read.
     CDataSourcePtr GetDataSource(ColladaDOM141::domSource& rSource);
-    // Lets go of the sources in the mesh. Those that a mesh has borrowed from another stay.
+    // Lets go of the sources in the element. Those that it has borrowed from another stay.
     void DropSourcesOf(ColladaDOM141::domMesh& rMesh);
+    void DropSourcesOf(ColladaDOM141::domAnimation& rAnimation);
+    // Counts numbers that are made of the sources. False when those are too many for the document.
+    bool TakeFromBudget(uint64_t uiPrimitives);
     void Clear() { m_mapDataSources.clear(); }
     // The same for a new document.
     void Reset() { *this = CColladaDataSourceCache(); }
 
   private:
-    // False (reported) when the source is one too many.
-    bool TakeFromBudget(const CColladaDataSource& rDataSource, const ColladaDOM141::domSource& rSource);
-
     std::unordered_map<ColladaDOM141::domSource*, CDataSourcePtr> m_mapDataSources;
     uint64_t m_uiDocumentSize = 0;
-    uint64_t m_uiPrimitives = 0; // in all sources that were read
+    uint64_t m_uiPrimitives = 0; // in all sources that were read, and made of them
 };

@@ -7,6 +7,7 @@
 #include <1.4/dom/domCOLLADA.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <span>
 #include <string_view>
@@ -22,6 +23,19 @@ std::span<const T> AsSpan(const daeTArray<T>& rArray)
 
 // An attribute's or element's text for messages and comparisons; absent texts are empty.
 inline const char* Text(daeString szText) { return szText != nullptr ? szText : ""; }
+
+// The first of several texts that is not empty; empty when all are.
+inline const char* FirstText(std::initializer_list<daeString> arrTexts)
+{
+    for (const daeString szText : arrTexts)
+    {
+        if (*Text(szText) != '\0')
+        {
+            return szText;
+        }
+    }
+    return "";
+}
 
 // Absent ids are empty.
 inline const char* GetIDText(const daeElement& rElement) { return Text(rElement.getID()); }

@@ -15,18 +15,6 @@ namespace
 // the memory.
 constexpr int64_t MAX_COPIED_NODES = 1000000;
 
-const char* FirstText(std::initializer_list<daeString> arrTexts)
-{
-    for (const daeString szText : arrTexts)
-    {
-        if (*Text(szText) != '\0')
-        {
-            return szText;
-        }
-    }
-    return "";
-}
-
 } // namespace
 
 CQDCompactString CColladaNodeConverter::GetGlobalName(const domNode& rNode)
@@ -90,10 +78,20 @@ bool CColladaNodeConverter::Begin(const CFrame& rFrame)
         return false;
     }
     rFrame.pEntry->spNode = spNode;
-    CountIgnored(rNode);
     Log(QD_COLLADA, LOG_DETAIL, "Created node for <node id=\"%s\">", GetIDText(rNode));
-    return CColladaLocalTransform::Load(rNode, *spNode) &&
-           CColladaNodeGeometry(m_rLoader, m_objIgnored).Load(rNode, *spNode);
+    if (!CColladaLocalTransform::Load(rNode, *spNode) || !m_objCameras.AddToNode(rNode, *spNode) ||
+        !CColladaNodeGeometry(m_rLoader, m_objIgnored).Load(rNode, *spNode) ||
+        !m_objLights.AddToNode(rNode, *spNode))
+    {
+        return false;
+    }
+    // What the node instances may have given it children.
+    for (const CSGNode* pNode = spNode->GetNextInTree(spNode.get()); pNode != nullptr;
+         pNode = pNode->GetNextInTree(spNode.get()))
+    {
+        ++rFrame.pEntry->nTreeSize;
+    }
+    return true;
 }
 
 bool CColladaNodeConverter::StepInstance(CFrame& rFrame)
@@ -206,12 +204,4 @@ void CColladaNodeConverter::LogFailure() const
                 GetIDText(*rFrame.pNode), GetIDText(rAbove));
         }
     }
-}
-
-void CColladaNodeConverter::CountIgnored(const domNode& rNode)
-{
-    m_objIgnored.Add("<instance_camera> elements: cameras are not supported yet.",
-                     rNode.getInstance_camera_array().getCount());
-    m_objIgnored.Add("<instance_light> elements: lights are not supported yet.",
-                     rNode.getInstance_light_array().getCount());
 }

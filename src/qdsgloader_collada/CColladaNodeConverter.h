@@ -2,7 +2,9 @@
 #pragma once
 
 #include "qdscenegraph/node/CSGNode.h"
+#include "qdsgloader_collada/CColladaCameras.h"
 #include "qdsgloader_collada/CColladaIgnored.h"
+#include "qdsgloader_collada/CColladaLights.h"
 #include "qdsgloader_collada/ColladaDomFwd.h"
 
 #include <unordered_map>
@@ -21,6 +23,9 @@ class CColladaNodeConverter
     // The loader converts the geometry, and must outlive the converter.
     explicit CColladaNodeConverter(CSGLoaderCollada& rLoader) : m_rLoader(rLoader) {}
 
+    // What nodes instance, to be called before the first node. False (reported) without memory.
+    bool LoadLibraryCameras(ColladaDOM141::domCOLLADA& rRoot) { return m_objCameras.LoadLibraries(rRoot); }
+    bool LoadLibraryLights(ColladaDOM141::domCOLLADA& rRoot) { return m_objLights.LoadLibraries(rRoot); }
     // The node with everything below it. Null on failure: the fault is reported, and after it one line for
     // each node that it takes down, from the innermost to the outermost.
     CNodePtr ConvertNode(ColladaDOM141::domNode& rNode);
@@ -65,11 +70,12 @@ class CColladaNodeConverter
     static bool AddChild(CEntry& rParent, CSGNode* pChild, int64_t nTreeSize);
     void Push(ColladaDOM141::domNode& rNode, CEntry& rEntry, int32_t nIndexInParent);
     void LogFailure() const;
-    void CountIgnored(const ColladaDOM141::domNode& rNode);
 
     CSGLoaderCollada& m_rLoader;
     std::unordered_map<ColladaDOM141::domNode*, CEntry> m_mapNodes;
     std::vector<CFrame> m_vecStack;
     int64_t m_nNumCopiedNodes = 0;
     CColladaIgnored m_objIgnored;
+    CColladaCameras m_objCameras;
+    CColladaLights m_objLights;
 };

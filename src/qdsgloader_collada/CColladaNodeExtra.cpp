@@ -13,23 +13,10 @@
 namespace
 {
 
-std::string_view Trim(std::string_view strText)
-{
-    while (!strText.empty() && IsDaeSpace(strText.front()))
-    {
-        strText.remove_prefix(1);
-    }
-    while (!strText.empty() && IsDaeSpace(strText.back()))
-    {
-        strText.remove_suffix(1);
-    }
-    return strText;
-}
-
 // The text of a flag as an integer. False (reported) when it is no number at all.
 bool GetFlag(daeElement& rElement, int& rnValue)
 {
-    const CQDString strText(Trim(rElement.getCharData()));
+    const CQDString strText(TrimDaeSpace(rElement.getCharData()));
     if (CInt::FromString(strText, rnValue))
     {
         return true;

@@ -1,8 +1,10 @@
 #include "qdsgloader_collada/CColladaNodeGeometry.h"
 
 #include "qdcommon/CLog.h"
+#include "qdsgloader_collada/CColladaBindMaterial.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaGeometrySet.h"
+#include "qdsgloader_collada/CColladaInstance.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 
@@ -46,11 +48,6 @@ domGeometry* FindSourceGeometry(domController& rController)
     return nullptr;
 }
 
-CQDCompactString JoinNames(const CQDCompactString& rNodeName, daeString szGeometryName)
-{
-    return CQDString(rNodeName.GetView()) + "/" + szGeometryName;
-}
-
 } // namespace
 
 template <class INSTANCE>
@@ -58,10 +55,7 @@ bool CColladaNodeGeometry::AddInstance(const INSTANCE& rInstance, domGeometry* p
 {
     if (pGeometry == nullptr)
     {
-        const daeElement& rElement = rInstance;
-        Log(QD_COLLADA, LOG_WARNING, "Ignoring <%s url=\"%s\"> in <node id=\"%s\">",
-            rElement.getElementName(), rInstance.getUrl().originalStr(),
-            GetIDText(*const_cast<INSTANCE&>(rInstance).getParentElement()));
+        CColladaInstance::LogIgnored(const_cast<INSTANCE&>(rInstance), rInstance.getUrl());
         return true;
     }
     CColladaGeometrySet* pSet = m_rLoader.LoadGeometry(*pGeometry);
@@ -71,11 +65,24 @@ bool CColladaNodeGeometry::AddInstance(const INSTANCE& rInstance, domGeometry* p
     }
     if (pSet->GetNumGeometries() > 0)
     {
-        m_vecInstances.push_back({pSet, pGeometry});
+        m_vecInstances.push_back({pSet, pGeometry, rInstance.getBind_material()});
     }
-    m_rIgnored.Add("<bind_material> elements: materials are not supported yet.",
-                   rInstance.getBind_material() != nullptr ? 1 : 0);
     return true;
+}
+
+bool CColladaNodeGeometry::AddToNode(const CInstance& rInstance, CSGNode& rSGNode)
+{
+    if (rInstance.pBindMaterial == nullptr)
+    {
+        return rInstance.pSet->BindToAllMaterials(rSGNode);
+    }
+    CColladaBindMaterial objBindMaterial;
+    objBindMaterial.LoadBindMaterial(*rInstance.pBindMaterial, m_rLoader.GetMaterials());
+    size_t nNumUnbound = 0;
+    const bool bBound = rInstance.pSet->BindToMaterials(rSGNode, objBindMaterial, nNumUnbound);
+    m_rIgnored.Add("material symbols of primitive elements that their <bind_material> does not bind.",
+                   nNumUnbound);
+    return bBound;
 }
 
 bool CColladaNodeGeometry::Load(domNode& rNode, CSGNode& rSGNode)
@@ -99,19 +106,19 @@ bool CColladaNodeGeometry::Load(domNode& rNode, CSGNode& rSGNode)
     }
     if (m_vecInstances.size() == 1)
     {
-        return m_vecInstances.front().pSet->AddToNode(&rSGNode);
+        return AddToNode(m_vecInstances.front(), rSGNode);
     }
     for (const CInstance& rInstance : m_vecInstances)
     {
-        const daeString szID = Text(rInstance.pGeometry->getId());
-        const daeString szName = Text(rInstance.pGeometry->getName());
-        const boost::intrusive_ptr<CSGNode> spChild = rInstance.pSet->BindToAllMaterials(
-            JoinNames(rSGNode.GetGlobalName(), *szID != '\0' ? szID : szName),
-            JoinNames(rSGNode.GetLocalName(), *szName != '\0' ? szName : szID));
-        if (!spChild || !rSGNode.AddChild(spChild.get()))
+        const daeString szID = rInstance.pGeometry->getId();
+        const daeString szName = rInstance.pGeometry->getName();
+        const boost::intrusive_ptr<CSGNode> spChild =
+            CSGNode::Create(CColladaInstance::JoinNames(rSGNode.GetGlobalName(), FirstText({szID, szName})),
+                            CColladaInstance::JoinNames(rSGNode.GetLocalName(), FirstText({szName, szID})));
+        if (!spChild || !AddToNode(rInstance, *spChild) || !rSGNode.AddChild(spChild.get()))
         {
             Log(QD_COLLADA, LOG_ERROR, "Failed to add node for <geometry id=\"%s\"> as child of node %s",
-                szID, rSGNode.GetGlobalName());
+                Text(szID), rSGNode.GetGlobalName());
             return false;
         }
     }

@@ -1,4 +1,4 @@
-// Gives a node the geometry that it instances.
+// Gives a node the geometry that it instances, dressed in its materials.
 #pragma once
 
 #include "qdscenegraph/node/CSGNode.h"
@@ -20,8 +20,9 @@ class CColladaNodeGeometry
     {}
 
     // The one geometry of a node goes onto the node; of several each gets a child node named "node/geometry".
-    // Controllers count as the geometry they start from. An instance of what is not there is left out
-    // (reported). False (reported) when a geometry cannot be converted.
+    // Either is divided by materials, see CColladaGeometrySet. Controllers count as the geometry they start
+    // from. An instance of what is not there is left out (reported). False (reported) when a geometry cannot
+    // be converted.
     bool Load(ColladaDOM141::domNode& rNode, CSGNode& rSGNode);
 
   private:
@@ -29,10 +30,12 @@ class CColladaNodeGeometry
     {
         CColladaGeometrySet* pSet;
         ColladaDOM141::domGeometry* pGeometry;
+        const ColladaDOM141::domBind_material* pBindMaterial; // null for none
     };
 
     template <class INSTANCE>
     bool AddInstance(const INSTANCE& rInstance, ColladaDOM141::domGeometry* pGeometry);
+    bool AddToNode(const CInstance& rInstance, CSGNode& rSGNode);
 
     CSGLoaderCollada& m_rLoader;
     CColladaIgnored& m_rIgnored;

@@ -2,6 +2,7 @@
 #include "qdsgloader_collada/CDaeArrayWriter.h"
 
 #include "qdsgloader_collada/CDaeNumber.h"
+#include "qdsgloader_collada/CDaeUri.h"
 
 #include <algorithm>
 #include <concepts>
@@ -126,7 +127,14 @@ void CDaeArrayWriter::Begin(daeArray& rArray, daeAtomicType& rType)
     m_pType = &rType;
     m_strToken.clear();
     m_bEmpty = true;
+    m_nHighDigit = -1;
     const auto nSize = static_cast<size_t>(rType.getSize());
+    if (rArray.getElementSize() == 1 && nSize > 1)
+    {
+        // The DOM takes hexadecimal data for a list of integers and keeps it in an array of bytes.
+        m_pfnScan = &CDaeArrayWriter::ScanHex;
+        return;
+    }
     switch (rType.getTypeEnum())
     {
     case daeAtomicType::FloatType:
@@ -187,6 +195,11 @@ bool CDaeArrayWriter::Write(std::string_view strText)
 
 bool CDaeArrayWriter::End()
 {
+    if (m_nHighDigit >= 0)
+    {
+        m_strToken = "an odd number of digits";
+        return false;
+    }
     const std::string strWhole = std::move(m_strToken) + ' ';
     m_strToken.clear();
     return Scan(strWhole) && (m_bEmpty || Resize(m_pArray->getCount()));
@@ -270,6 +283,38 @@ bool CDaeArrayWriter::ScanOthers(std::string_view strText)
             return false;
         }
         p = SkipSpace(pNext, pEnd);
+    }
+    return true;
+}
+
+bool CDaeArrayWriter::ScanHex(std::string_view strText)
+{
+    size_t nCount = m_pArray->getCount();
+    if (!Reserve(nCount + strText.size() / 2 + 1))
+    {
+        return false;
+    }
+    auto* pBytes = reinterpret_cast<unsigned char*>(m_pArray->getRaw(0));
+    for (const char c : strText)
+    {
+        if (IsDaeSpace(c))
+        {
+            continue;
+        }
+        const int nDigit = GetHexValue(c);
+        if (nDigit < 0)
+        {
+            m_strToken = std::string(1, c);
+            return false;
+        }
+        if (m_nHighDigit < 0)
+        {
+            m_nHighDigit = nDigit;
+            continue;
+        }
+        pBytes[nCount++] = static_cast<unsigned char>(m_nHighDigit * 16 + nDigit);
+        CDaeArrayAccess::Count(*m_pArray) = nCount;
+        m_nHighDigit = -1;
     }
     return true;
 }

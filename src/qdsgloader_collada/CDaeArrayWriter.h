@@ -21,6 +21,8 @@ class CDaeArrayWriter
 
     // Whether the values are numbers (or booleans): text that is written is then ASCII throughout.
     bool IsOfNumbers() const { return m_pfnScan != &CDaeArrayWriter::ScanOthers; }
+    // Whether they are bytes, written as pairs of hexadecimal digits in tokens of any length.
+    bool IsOfBytes() const { return m_pfnScan == &CDaeArrayWriter::ScanHex; }
     // The token that could not be read; empty when memory ran out.
     const std::string& GetBadToken() const { return m_strToken; }
 
@@ -30,6 +32,7 @@ class CDaeArrayWriter
     template <class T>
     bool ScanNumbers(std::string_view strText);
     bool ScanOthers(std::string_view strText);
+    bool ScanHex(std::string_view strText);
     bool Scan(std::string_view strText);
     bool Reserve(size_t nCount);
     bool Resize(size_t nCapacity);
@@ -39,4 +42,5 @@ class CDaeArrayWriter
     CScan m_pfnScan = nullptr;
     std::string m_strToken; // the beginning of a token, then a bad one
     bool m_bEmpty = true;   // no value has come yet
+    int m_nHighDigit = -1;  // of a byte that is not complete
 };

@@ -9,6 +9,20 @@
 
 constexpr bool IsDaeSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
+// The text without the white space around it.
+constexpr std::string_view TrimDaeSpace(std::string_view strText)
+{
+    while (!strText.empty() && IsDaeSpace(strText.front()))
+    {
+        strText.remove_prefix(1);
+    }
+    while (!strText.empty() && IsDaeSpace(strText.back()))
+    {
+        strText.remove_suffix(1);
+    }
+    return strText;
+}
+
 // Reads a whole token as a real number: what xs:double allows, and beyond it a leading '+', INF and NaN in
 // any case, and the "1.#IND", "1.#QNAN" and "1.#INF" of older Microsoft runtimes. Values too large or too
 // small for the type become infinite or zero, as the nearest value does. False, and the result untouched,

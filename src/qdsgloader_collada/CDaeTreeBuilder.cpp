@@ -38,17 +38,44 @@ bool IsColladaNamespace(std::string_view strURI)
     return strURI.ends_with("/COLLADASchema") && strURI.find("://www.collada.org/") != std::string_view::npos;
 }
 
-std::string_view Trim(std::string_view strText)
+// What COLLADA 1.5 calls otherwise than 1.4.1.
+struct CNewName
 {
-    while (!strText.empty() && IsDaeSpace(strText.front()))
+    std::string_view strParent;
+    std::string_view strName;
+    std::string_view strOldName;
+};
+constexpr CNewName NEW_NAMES[] = {
+    // There the name of a surface: a sampler that names an image itself is as good.
+    {"sampler2D", "instance_image", "source"},
+    {"sampler2D", "mip_max_level", "mipmap_maxlevel"},
+    {"sampler2D", "mip_bias", "mipmap_bias"},
+};
+
+std::string_view GetOldName(std::string_view strParent, std::string_view strName)
+{
+    for (const CNewName& rName : NEW_NAMES)
     {
-        strText.remove_prefix(1);
+        if (rName.strName == strName && rName.strParent == strParent)
+        {
+            return rName.strOldName;
+        }
     }
-    while (!strText.empty() && IsDaeSpace(strText.back()))
+    return strName;
+}
+
+// The id that an <instance_image> refers to.
+std::string GetImageID(const char* const* ppAttributes)
+{
+    for (; *ppAttributes; ppAttributes += 2)
     {
-        strText.remove_suffix(1);
+        if (std::string_view(ppAttributes[0]) == "url")
+        {
+            const std::string_view strURL = TrimDaeSpace(ppAttributes[1]);
+            return DecodeDaeReference(strURL.substr(std::min(strURL.find('#') + 1, strURL.size())));
+        }
     }
-    return strText;
+    return {};
 }
 
 std::string Tag(std::string_view strName) { return "<" + CDaeReport::Quote(strName) + ">"; }
@@ -131,7 +158,11 @@ void CDaeTreeBuilder::StartElement(std::string_view strName, const char* const* 
     if (m_arrFrames.empty() ? StartRoot(strName, bCollada && strLocal == "COLLADA")
                             : StartChild(strName, strLocal, bCollada))
     {
-        if (m_arrFrames.back().eText != EText::Outward)
+        if (strLocal == "instance_image" && m_arrFrames.back().eText == EText::Whole)
+        {
+            m_arrFrames.back().strText = GetImageID(ppAttributes);
+        }
+        else if (m_arrFrames.back().eText != EText::Outward)
         {
             SetAttributes(*m_arrFrames.back().pElement, ppAttributes);
         }
@@ -208,6 +239,10 @@ bool CDaeTreeBuilder::StartChild(std::string_view strName, std::string_view strL
     if (rParent.eText == EText::Outward)
     {
         return false;
+    }
+    if (bCollada)
+    {
+        strLocal = GetOldName(rParent.pElement->getElementName(), strLocal);
     }
     const CDaeContentModel::CRule* pRule = bCollada ? m_objModel.FindChild(*rParent.pRules, strLocal)
                                                     : CDaeContentModel::FindAny(*rParent.pRules);
@@ -335,7 +370,8 @@ void CDaeTreeBuilder::EndElement()
         {
             // No text leaves a value as it is, but an enumeration's would be that of its first name.
             daeMetaAttribute& rValue = *rElement.getCharDataObject();
-            if (!Trim(rFrame.strText).empty() || rValue.getType()->getTypeEnum() == daeAtomicType::EnumType)
+            if (!TrimDaeSpace(rFrame.strText).empty() ||
+                rValue.getType()->getTypeEnum() == daeAtomicType::EnumType)
             {
                 SetValue(rElement, rValue, rFrame.strText);
             }
@@ -408,7 +444,7 @@ bool CDaeTreeBuilder::SetValue(daeElement& rElement, daeMetaAttribute& rAttribut
 {
     daeAtomicType& rType = *rAttribute.getType();
     const daeMemoryRef pValue = rAttribute.get(&rElement);
-    const std::string_view strToken = Trim(strText);
+    const std::string_view strToken = TrimDaeSpace(strText);
     bool bGood = true;
     switch (rType.getTypeEnum())
     {
@@ -438,9 +474,9 @@ bool CDaeTreeBuilder::SetValue(daeElement& rElement, daeMetaAttribute& rAttribut
     case daeAtomicType::EnumType:
         if (!rType.stringToMemory(std::string(strToken).data(), pValue))
         {
-            // An attribute's default stays, as with a document of a later version. The text of an element
-            // has none: it gets the value behind the last, the enumeration's ..._COUNT.
-            if (&rAttribute == rElement.getCharDataObject())
+            // It becomes the value behind the last, the enumeration's ..._COUNT; only the version of a later
+            // document does without.
+            if (&rElement != m_pDocument->getDomRoot())
             {
                 *reinterpret_cast<daeEnum*>(pValue) =
                     static_cast<daeEnum>(static_cast<const daeEnumType&>(rType)._strings->getCount());
@@ -487,14 +523,16 @@ void CDaeTreeBuilder::ReportBadValue(daeElement& rElement, daeMetaAttribute& rAt
         return;
     }
     const bool bValue = &rAttribute == rElement.getCharDataObject();
+    const bool bBytes = bValue && rAttribute.isArrayAttribute() && m_objArray.IsOfBytes();
     const std::string strPlace =
         (bValue ? "in " : "for " + std::string(rAttribute.getName()) + " of ") + Describe(rElement);
     const std::string strText = "\"" + CDaeReport::Quote(strToken) + "\" " + strPlace + " is not " +
-                                std::string(Noun(*rAttribute.getType()));
+                                (bBytes ? "hexadecimal" : std::string(Noun(*rAttribute.getType())));
     // How exact an array's numbers are meant to be: exporters write nonsense here, and nothing depends on it.
     const bool bHint = !bValue && (std::string_view(rAttribute.getName()) == "digits" ||
                                    std::string_view(rAttribute.getName()) == "magnitude");
-    if (!m_arrFrames.back().bExtension && !bHint)
+    // The bytes of an image are no reason to do without the rest.
+    if (!m_arrFrames.back().bExtension && !bHint && !bBytes)
     {
         m_rReport.Fail(strText);
         return;

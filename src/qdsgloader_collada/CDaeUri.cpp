@@ -18,22 +18,21 @@ void AppendEscaped(std::string& rOutput, char c)
     rOutput += {'%', DIGITS[ui >> 4], DIGITS[ui & 15]};
 }
 
-// -1 when the character is no hexadecimal digit.
-int HexValue(char c)
+bool IsEscape(std::string_view strText, size_t n)
+{
+    return strText[n] == '%' && n + 2 < strText.size() && GetHexValue(strText[n + 1]) >= 0 &&
+           GetHexValue(strText[n + 2]) >= 0;
+}
+
+} // namespace
+
+int GetHexValue(char c)
 {
     return c >= '0' && c <= '9'   ? c - '0'
            : c >= 'a' && c <= 'f' ? c - 'a' + 10
            : c >= 'A' && c <= 'F' ? c - 'A' + 10
                                   : -1;
 }
-
-bool IsEscape(std::string_view strText, size_t n)
-{
-    return strText[n] == '%' && n + 2 < strText.size() && HexValue(strText[n + 1]) >= 0 &&
-           HexValue(strText[n + 2]) >= 0;
-}
-
-} // namespace
 
 std::string MakeDaeDocumentURI(const std::string& rFileName)
 {
@@ -104,7 +103,7 @@ std::string DecodeDaeReference(std::string_view strText)
     {
         if (IsEscape(strText, n))
         {
-            strDecoded += static_cast<char>(HexValue(strText[n + 1]) * 16 + HexValue(strText[n + 2]));
+            strDecoded += static_cast<char>(GetHexValue(strText[n + 1]) * 16 + GetHexValue(strText[n + 2]));
             n += 2;
         }
         else

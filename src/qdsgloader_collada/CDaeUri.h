@@ -19,3 +19,6 @@ std::string EncodeDaeReference(std::string_view strText);
 
 // Resolves %xx escapes.
 std::string DecodeDaeReference(std::string_view strText);
+
+// The value of a hexadecimal digit; -1 when the character is none.
+int GetHexValue(char c);

@@ -1,12 +1,16 @@
 // Files and documents.
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 
+#include "animxml/CAnimationSliceData.h"
+#include "animxml/CBexnelParser.h"
+#include "animxml/CXMLEltParse_DocAnimSlice.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdscenegraph/texture/CSGTexturePool.h"
 #include "qdsgloader_collada/CColladaDataSourceCache.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaGeometrySet.h"
+#include "qdsgloader_collada/CColladaMaterials.h"
 #include "qdsgloader_collada/CDaeFile.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
@@ -49,6 +53,12 @@ void CSGLoaderCollada::Clear()
 {
     m_mapGeometrySets.clear();
     m_mapVisualScenes.clear();
+    m_spMaterials.reset();
+    m_spSliceData.reset();
+    m_bAnimationsLoaded.reset();
+    m_spDefaultAnimation.reset();
+    m_vecAnimations.clear();
+    m_nAnimationChannels = 0;
     m_spDataSources->Reset();
     m_spFile.reset();
     m_strFilename.clear();
@@ -76,9 +86,24 @@ bool CSGLoaderCollada::LoadFile(const CQDString& rStrFilename)
 
 bool CSGLoaderCollada::LoadAnimSliceFile(const CQDString& rStrFilename)
 {
-    Log(QD_COLLADA, LOG_ERROR, "Animations documents (\".anim\") are not supported yet");
-    Log(QD_COLLADA, LOG_ERROR, "Failed to parse animation slice file \"%s\"", rStrFilename);
-    return false;
+    auto spSliceData = std::make_unique<CAnimationSliceData>();
+    CBexnelParser objParser(CXMLEltParse_DocAnimSlice::Create(*spSliceData));
+    if (!objParser.ParseFile(rStrFilename))
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Failed to parse animation slice file \"%s\"", rStrFilename);
+        return false;
+    }
+    boost::filesystem::path objPath = spSliceData->GetDAEFilename();
+    if (objPath.is_relative())
+    {
+        objPath = objParser.GetDirectory() / objPath;
+    }
+    if (!LoadDAEFile(objPath.string()))
+    {
+        return false;
+    }
+    m_spSliceData = std::move(spSliceData);
+    return true;
 }
 
 bool CSGLoaderCollada::LoadDAEFile(const CQDString& rStrFilename)
@@ -109,6 +134,7 @@ bool CSGLoaderCollada::LoadDAEFile(const CQDString& rStrFilename)
         return false;
     }
     m_strFilename = rStrFilename;
+    m_spMaterials = std::make_unique<CColladaMaterials>(m_spTextureLoader, m_spTexturePool, rStrFilename);
     Log(QD_COLLADA, LOG_INFO, "Finished loading collada file \"%s\"", rStrFilename);
     return true;
 }

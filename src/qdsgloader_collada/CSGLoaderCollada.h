@@ -1,23 +1,31 @@
 // Loads COLLADA documents.
 #pragma once
 
+#include "qdscenegraph/animation/CSGAnimation.h"
 #include "qdscenegraph/loader/CSGLoader.h"
 #include "qdsgloader_collada/ColladaDomFwd.h"
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
+template <class T>
+class CPointerMap;
+class CAnimationSliceData;
+class CColladaAnimChannels;
 class CColladaDataSourceCache;
 class CColladaGeometry;
 class CColladaGeometrySet;
+class CColladaMaterials;
 class CColladaNodeConverter;
 class CDaeFile;
 class CSGTextureLoader;
 class CSGTexturePool;
 
 // Reads ".dae" files. The library must be initialised (CQDSGLoaderColladaLib). All use stays on one thread.
-// The document and the geometry made from it are held until the next LoadFile; every LoadSceneGraph makes new
-// nodes, which share that geometry.
+// The document and the geometry and materials made from it are held until the next LoadFile; every
+// LoadSceneGraph makes new nodes, which share them.
 class CSGLoaderCollada final : public CSGLoader
 {
   public:
@@ -25,20 +33,25 @@ class CSGLoaderCollada final : public CSGLoader
         const boost::intrusive_ptr<CSGTextureLoader>& spTextureLoader);
     ~CSGLoaderCollada() override;
 
-    // The pool that textures are looked up in first; null for none.
+    // The pool that textures are looked up in first; null for none. To be set before LoadFile.
     void SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool);
 
     bool CanLoadFile(const CQDString& rStrFilename) const override;
     bool LoadFile(const CQDString& rStrFilename) override;
     boost::intrusive_ptr<CSGNode> LoadSceneGraph() override;
     EUpAxis LoadUpAxis() override;
+    // The pieces that the animations document names, in its order; of a ".dae" file its <animation_clip>
+    // elements. The loader keeps them.
     bool LoadAnimations(std::vector<CSGAnimation*>& rvecAnimations) override;
+    // All channels from their first key to their last, without a name; null when there are none.
     boost::intrusive_ptr<CSGAnimation> LoadDefaultAnimation() override;
-    // The animation of the name; null when there is none.
+    // Of the animations of both kinds the first of the name; null when there is none.
     boost::intrusive_ptr<CSGAnimation> LoadAnimation(const CQDString& rStrName);
 
     // The pieces of a geometry, converted on first use; the loader keeps them. Null (reported) on failure.
     CColladaGeometrySet* LoadGeometry(ColladaDOM141::domGeometry& rGeometry);
+    // The materials of the document that is loaded.
+    CColladaMaterials& GetMaterials() const { return *m_spMaterials; }
 
     // The element that a URI, or an id, refers to. Null (reported) when there is none or it is of another
     // type, and for a URI that leads out of its document. Of several elements with the id the first of the
@@ -53,6 +66,7 @@ class CSGLoaderCollada final : public CSGLoader
     // The same for an element of any type; not reported. Of several elements with the id the first of the
     // preferred type counts.
     static daeElement* FindURIElement(const daeURI& rURI, int32_t nPreferredType);
+    static daeElement* FindIDElement(DAE& rDAE, const CQDString& rStrID, int32_t nPreferredType);
 
   private:
     CSGLoaderCollada();
@@ -70,14 +84,33 @@ class CSGLoaderCollada final : public CSGLoader
     bool LoadLibraryVisualScenes(ColladaDOM141::domCOLLADA& rRoot, CColladaNodeConverter& rConverter);
     boost::intrusive_ptr<CSGNode> LoadVisualScene(ColladaDOM141::domVisual_scene& rScene,
                                                   CColladaNodeConverter& rConverter);
-    // Names what is read over: no animation is converted yet.
-    void LoadAllAnimations();
+
+    using CChannelList = CSGAnimation::CChannelList;
+    using CChannelSetMap = std::map<CQDString, CPointerMap<bool>>; // the names in a set, by their characters
+    // False (reported) when the animations cannot be made; they are made once.
+    bool LoadAllAnimations();
+    bool LoadAllLibraryAnimations(ColladaDOM141::domCOLLADA& rRoot);
+    bool LoadSlices(const CChannelList& rVecChannels);
+    void LoadClips(ColladaDOM141::domCOLLADA& rRoot, const CColladaAnimChannels& rChannels);
+    void LoadClip(ColladaDOM141::domAnimation_clip& rClip, const CColladaAnimChannels& rChannels);
+    // Chooses from all channels those in the set, or when it is to be ignored the others.
+    static bool GetChannels(const CQDString& rStrChannel, bool bIgnoreChannel, CChannelList& rVecOutput,
+                            const CChannelSetMap& rMapChannelSet, const CChannelList& rVecChannels);
+    // A named animation more; null (reported) when it cannot be.
+    CSGAnimation::CAnimationPtr AddAnimation(const CQDCompactString& rName, const CChannelList& rVecChannels,
+                                             float fBeginTime, std::optional<float> fEndTime);
 
     boost::intrusive_ptr<CSGTextureLoader> m_spTextureLoader;
     boost::intrusive_ptr<CSGTexturePool> m_spTexturePool;
     std::unique_ptr<CDaeFile> m_spFile;
     CQDString m_strFilename;
     std::unique_ptr<CColladaDataSourceCache> m_spDataSources;
+    std::unique_ptr<CColladaMaterials> m_spMaterials;   // null without a document
+    std::unique_ptr<CAnimationSliceData> m_spSliceData; // null without an animations document
+    std::optional<bool> m_bAnimationsLoaded;            // empty: not tried yet
+    CSGAnimation::CAnimationPtr m_spDefaultAnimation;
+    std::vector<CSGAnimation::CAnimationPtr> m_vecAnimations;
+    size_t m_nAnimationChannels = 0; // in all of them
     // Null for a geometry that failed.
     std::unordered_map<ColladaDOM141::domGeometry*, boost::intrusive_ptr<CColladaGeometrySet>>
         m_mapGeometrySets;

@@ -32,7 +32,9 @@ bool GetLocalID(const daeURI& rURI, CQDString& rStrID)
     return true;
 }
 
-daeElement* FindElement(DAE& rDAE, const CQDString& rStrID, int32_t nPreferredType)
+} // namespace
+
+daeElement* CSGLoaderCollada::FindIDElement(DAE& rDAE, const CQDString& rStrID, int32_t nPreferredType)
 {
     const std::vector<daeElement*> vecElements = rDAE.getDatabase()->idLookup(rStrID);
     for (daeElement* pElement : vecElements)
@@ -45,12 +47,10 @@ daeElement* FindElement(DAE& rDAE, const CQDString& rStrID, int32_t nPreferredTy
     return vecElements.empty() ? nullptr : vecElements.front();
 }
 
-} // namespace
-
 daeElement* CSGLoaderCollada::FindURIElement(const daeURI& rURI, int32_t nPreferredType)
 {
     CQDString strID;
-    return GetLocalID(rURI, strID) ? FindElement(*rURI.getDAE(), strID, nPreferredType) : nullptr;
+    return GetLocalID(rURI, strID) ? FindIDElement(*rURI.getDAE(), strID, nPreferredType) : nullptr;
 }
 
 daeElement* CSGLoaderCollada::GetURIElement(const daeURI& rURI, int32_t nExpectedType)
@@ -60,7 +60,7 @@ daeElement* CSGLoaderCollada::GetURIElement(const daeURI& rURI, int32_t nExpecte
     daeElement* pElement = nullptr;
     if (GetLocalID(rURI, strID))
     {
-        pElement = FindElement(*rURI.getDAE(), strID, nExpectedType);
+        pElement = FindIDElement(*rURI.getDAE(), strID, nExpectedType);
         if (pElement == nullptr)
         {
             Log(QD_COLLADA, LOG_ERROR, "Failed to find element named \"%s\".", strID);
@@ -91,7 +91,7 @@ daeElement* CSGLoaderCollada::GetIDElement(DAE* pDAE, const CQDString& rStrID, i
         Log(QD_COLLADA, LOG_ERROR, "Handed in DAE with NULL database.");
         return nullptr;
     }
-    daeElement* pElement = FindElement(*pDAE, rStrID, nExpectedType);
+    daeElement* pElement = FindIDElement(*pDAE, rStrID, nExpectedType);
     if (pElement == nullptr)
     {
         Log(QD_COLLADA, LOG_ERROR, "Failed to find element named \"%s\".", rStrID);

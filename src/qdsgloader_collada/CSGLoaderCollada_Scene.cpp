@@ -5,6 +5,7 @@
 #include "qdsgloader_collada/CColladaDataSourceCache.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaIgnored.h"
+#include "qdsgloader_collada/CColladaMaterials.h"
 #include "qdsgloader_collada/CColladaNodeConverter.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
@@ -122,14 +123,11 @@ bool CSGLoaderCollada::LoadAllLibraries(domCOLLADA& rRoot, CColladaNodeConverter
         }
         return bLoaded;
     };
-    LogIgnoredLibraries(
-        rRoot.getLibrary_cameras_array(),
-        "<camera> elements in <library_cameras>: cameras are not supported yet.",
-        [](const auto& r) -> auto& { return r.getCamera_array(); });
-    LogIgnoredLibraries(
-        rRoot.getLibrary_lights_array(),
-        "<light> elements in <library_lights>: lights are not supported yet.",
-        [](const auto& r) -> auto& { return r.getLight_array(); });
+    if (!Report(rConverter.LoadLibraryCameras(rRoot), "library_cameras") ||
+        !Report(rConverter.LoadLibraryLights(rRoot), "library_lights"))
+    {
+        return false;
+    }
     LogIgnoredLibraries(
         rRoot.getLibrary_controllers_array(),
         "<controller> elements in <library_controllers>: their geometry is shown as it is, skins and morphs "
@@ -141,18 +139,9 @@ bool CSGLoaderCollada::LoadAllLibraries(domCOLLADA& rRoot, CColladaNodeConverter
     {
         return false;
     }
-    LogIgnoredLibraries(
-        rRoot.getLibrary_images_array(),
-        "<image> elements in <library_images>: images are not supported yet.",
-        [](const auto& r) -> auto& { return r.getImage_array(); });
-    LogIgnoredLibraries(
-        rRoot.getLibrary_materials_array(),
-        "<material> elements in <library_materials>: materials are not supported yet.",
-        [](const auto& r) -> auto& { return r.getMaterial_array(); });
-    LogIgnoredLibraries(
-        rRoot.getLibrary_effects_array(),
-        "<effect> elements in <library_effects>: materials are not supported yet.",
-        [](const auto& r) -> auto& { return r.getEffect_array(); });
+    // Images are loaded for the surfaces that show them: what nothing shows costs nothing.
+    m_spMaterials->LoadLibraryMaterials(rRoot);
+    m_spMaterials->LoadLibraryEffects(rRoot);
     return Report(LoadLibraryNodes(rRoot, rConverter), "library_nodes") &&
            Report(LoadLibraryVisualScenes(rRoot, rConverter), "library_visual_scenes");
 }

@@ -40,12 +40,14 @@ def their_triangles(path):
         return None
     found = [numpy.zeros((0, 3, 3))]
     for geometry in document.scene.objects("geometry"):
-        primitives = list(geometry.primitives())
-        for kind in KINDS:
-            for primitive in primitives:
-                if isinstance(primitive, kind):
-                    triangles = primitive.triangleset() if kind is KINDS[0] else primitive
-                    found.append(triangles.vertex[triangles.vertex_index])
+        # As we have them: in the order of the materials that the instance binds, then in that of the kinds.
+        symbols = list(geometry.materialnodebysymbol)
+        primitives = [(symbols.index(primitive.original.material) if primitive.original.material in symbols
+                       else len(symbols), KINDS.index(type(primitive)), primitive)
+                      for primitive in geometry.primitives() if isinstance(primitive, KINDS)]
+        for _, kind, primitive in sorted(primitives, key=lambda entry: entry[:2]):
+            triangles = primitive if kind else primitive.triangleset()
+            found.append(triangles.vertex[triangles.vertex_index])
     return numpy.concatenate(found)
 
 

@@ -152,6 +152,11 @@ TEST(CDaeFile, VersionsAndNamespaces)
          "id=\"i\"><init_from>\n <ref>\n "
          "a.png</ref><hex>00</hex></init_from></image></library_images></COLLADA>",
          strExpected},
+        // samplers of 1.5 name their image, and no surface
+        {"<COLLADA xmlns=\"http://www.collada.org/2008/03/COLLADASchema\"><library_effects><effect><newparam>"
+         "<sampler2D><instance_image url=\"#a%20b\"><extra/></instance_image><mip_max_level>3</mip_max_level>"
+         "<mip_bias>.5</mip_bias></sampler2D></newparam></effect></library_effects></COLLADA>",
+         "library_effects[effect[newparam[sampler2D[source(a b) mipmap_maxlevel(3) mipmap_bias(0.5)]]]]"},
         {"<c:COLLADA xmlns:c=\"http://www.collada.org/2005/11/COLLADASchema\"><c:library_images><c:image "
          "id=\"i\"><c:init_from>a.png</c:init_from></c:image></c:library_images></c:COLLADA>",
          strExpected},

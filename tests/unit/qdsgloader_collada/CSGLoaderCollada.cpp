@@ -90,17 +90,6 @@ TEST(ColladaLoader, FilesThatDoNotLoad)
     EXPECT_TRUE(spLoader->LoadSceneGraph());
 }
 
-TEST(ColladaLoader, AnimationsDocument)
-{
-    const auto spLoader = MakeLoader();
-    CLogCapture objLog;
-    EXPECT_FALSE(spLoader->LoadFile("walk.anim"));
-    EXPECT_EQ(objLog.GetLines(),
-              (std::vector<std::string>{"1 Animations documents (\".anim\") are not supported yet",
-                                        "1 Failed to parse animation slice file \"walk.anim\"",
-                                        "1 Assert 'LoadAnimSliceFile(rStrFilename)' failed"}));
-}
-
 TEST(ColladaLoader, UpAxis)
 {
     struct CCase

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <cmath>
 #include <map>
 
 namespace
@@ -19,31 +21,29 @@ namespace
 using CTransformPtr = CSGTransform::CTransformPtr;
 
 // Transforms are texts. A letter is a transform of that name: "t" translates, "b" undoes it, "r" rotates, "i"
-// does nothing. "(...)" is a list, and what stands in "[...]" is the same object wherever the text is the
-// same.
-CTransformPtr Build(const std::string& rText, std::map<std::string, CTransformPtr>& rShared)
+// does nothing. What stands in "[...]" is a list of its own, the same one wherever the text is the same.
+CTransformPtr Build(const std::string& rText, std::map<std::string, CTransformPtr>& rLists)
 {
     std::vector<CTransformPtr> vecTransforms;
     for (size_t n = 0; n < rText.size(); ++n)
     {
-        const char c = rText[n];
-        if (c == '(' || c == '[')
+        if (rText[n] == '[')
         {
-            const size_t nEnd = rText.find(c == '(' ? ')' : ']', n);
-            const std::string strInside = rText.substr(n + 1, nEnd - n - 1);
-            CTransformPtr spOwn;
-            CTransformPtr& rspInside = c == '[' ? rShared[strInside] : spOwn;
-            rspInside = rspInside ? rspInside : Build(strInside, rShared);
-            vecTransforms.push_back(rspInside);
-            n = nEnd;
+            const std::string strInside = rText.substr(n + 1, rText.find(']', n) - n - 1);
+            CTransformPtr& rspList = rLists[strInside];
+            rspList = rspList ? rspList : Build(strInside, rLists);
+            vecTransforms.push_back(rspList);
+            n += strInside.size() + 1;
             continue;
         }
-        const float fSign = c == 'b' ? -1.0f : 1.0f;
-        vecTransforms.push_back(
-            std::strchr("tTb", c) != nullptr
-                ? CTransformPtr(CSGXFrm_Translate::Create({fSign, -2 * fSign, 3 * fSign}))
-                : CSGXFrm_Rotate::Create({1, 2, -1}, std::tolower(c) == 'i' ? 0.0f : 0.7f));
-        vecTransforms.back()->SetName(std::string(1, c));
+        const float fMove = rText[n] == 'b' ? -1.0f : 1.0f;
+        const float fAngle = std::tolower(rText[n]) == 'i' ? 0.0f : 0.7f;
+        vecTransforms.push_back(CSGXFrm_Translate::Create({fMove, -2 * fMove, 3 * fMove}));
+        if (std::string("tTb").find(rText[n]) == std::string::npos)
+        {
+            vecTransforms.back() = CSGXFrm_Rotate::Create({1, 2, -1}, fAngle);
+        }
+        vecTransforms.back()->SetName(rText.substr(n, 1));
     }
     return vecTransforms.size() == 1 ? vecTransforms.front() : CSGXFrm_List::Create(vecTransforms);
 }
@@ -68,15 +68,11 @@ void ExpectSamePlaces(CSGNode* pOne, CSGNode* pTwo)
 {
     for (int32_t n = 0; n < pOne->GetChildrenSize(); ++n)
     {
-        CSGFloat3 arrPoints[2];
-        for (CSGFloat3& v : arrPoints)
-        {
-            CSGNode* pNode = (&v == arrPoints ? pOne : pTwo)->GetChild(n);
-            v = CSGData_WorldTransform::GetOrCreateFromNode(pNode)->GetTransform().TransformPoint({1, 2, 3});
-        }
-        EXPECT_NEAR(arrPoints[0].x, arrPoints[1].x, 1e-5f) << n;
-        EXPECT_NEAR(arrPoints[0].y, arrPoints[1].y, 1e-5f) << n;
-        EXPECT_NEAR(arrPoints[0].z, arrPoints[1].z, 1e-5f) << n;
+        const auto* pWorld = CSGData_WorldTransform::GetOrCreateFromNode(pOne->GetChild(n));
+        const auto* pOther = CSGData_WorldTransform::GetOrCreateFromNode(pTwo->GetChild(n));
+        const CSGFloat3 a = pWorld->GetTransform().TransformPoint({1, 2, 3});
+        const CSGFloat3 b = pOther->GetTransform().TransformPoint({1, 2, 3});
+        EXPECT_LT(std::hypot(a.x - b.x, a.y - b.y, a.z - b.z), 1e-5f) << n;
     }
 }
 
@@ -94,18 +90,17 @@ TEST(CSGOptimizer, FewestTransforms)
     } arrCases[] = {
         {"i", ""},
         {"tb", ""},
-        {"t(b)", ""},
         {"t", "t"},
         {"iit", "t"},
         {"tri", "m"},
-        {"(tr)t", "m"},
+        {"[tr]t", "m"},
         {"T", "T"},
         {"TI", "(TI)"},
         {"iTi", "T"},
         {"tRt", "(tRt)"},
         {"trRtt", "(mRm)"},
         {"tbTrib", "(Tm)"},
-        {"t(rbTt)(bR)t", "(mTRt)"},
+        {"t[rbTt][bR]t", "(mTRt)"},
         // A name stands for all nodes that have it, and for no other.
         {"tTrR", "(tTm)", "a", "T"},
         {"TrtR", "(Tm)", "a", ""},
@@ -122,27 +117,26 @@ TEST(CSGOptimizer, FewestTransforms)
     spSampler->SetKeyData(std::vector<float>{0, 1}, std::vector<float>{0.5f, 2});
     CSGAnimation::CChannelList vecChannels;
     const auto spRoot = CSGNode::Create("", "");
-    const auto spOriginal = CSGNode::Create("", "");
-    for (CSGNode* pRoot : {spRoot.get(), spOriginal.get()}) // a copy would not share what its nodes share
+    const auto spOriginal = CSGNode::Create("", ""); // a copy would not share what its nodes share
+    std::map<std::string, CTransformPtr> arrLists[2];
+    for (const auto& rCase : arrCases)
     {
-        std::map<std::string, CTransformPtr> mapShared;
-        for (const auto& rCase : arrCases)
+        for (CSGNode* pRoot : {spRoot.get(), spOriginal.get()})
         {
+            const auto spTransform = Build(rCase.strBefore, arrLists[pRoot == spRoot ? 0 : 1]);
             const auto spNode = CSGNode::Create(rCase.strName, "");
-            spNode->AddData(CSGData_LocalTransform::Create(Build(rCase.strBefore, mapShared)).get());
+            spNode->AddData(CSGData_LocalTransform::Create(spTransform).get());
             pRoot->AddChild(spNode.get());
-            for (const char c : rCase.strAnimated)
-            {
-                const ETarget eTarget = c == 'T' ? TARGET_Y : TARGET_ANGLE;
-                const auto spPath = CSGRefPath::ForTransform(rCase.strName, std::string(1, c), eTarget);
-                if (std::isupper(c))
-                {
-                    vecChannels.push_back(CSGAnimChannel::Create("", spSampler, spPath));
-                }
-            }
+        }
+        for (const char c : rCase.strAnimated)
+        {
+            const ETarget eTarget = c == 'T' ? TARGET_Y : TARGET_ANGLE;
+            const auto spPath = CSGRefPath::ForTransform(rCase.strName, std::string(1, c), eTarget);
+            vecChannels.resize(vecChannels.size() + (std::isupper(c) ? 2 : 0), // of several clips
+                               CSGAnimChannel::Create("", spSampler, spPath));
         }
     }
-    const auto spAnimation = CSGAnimation::Create(vecChannels); // each channel twice, as of clips
+    const auto spAnimation = CSGAnimation::Create(vecChannels);
     ExpectSamePlaces(spOriginal.get(), spRoot.get());
     for (int nRun = 0; nRun < 2; ++nRun) // the second one changes nothing
     {
