@@ -107,6 +107,28 @@ class TruthTest(TestCase):
                         meshes += 1
         self.assertGreater(min(matrices, meshes), 40)
 
+    def test_posed_against_truth(self):
+        matrices = 0
+        saved = os.path.join(self.make_folder(), "moving.nest")
+        for path in sample_files("blender/dae"):
+            name = os.path.basename(path)[:-len(".dae")]
+            truth = os.path.join(SAMPLES, "blender", "truth", re.sub("_decomposed$", "", name)) + ".json"
+            loaded = qdsg.load_resource_set(path)
+            if not loaded.animations or not os.path.exists(truth):
+                continue
+            with open(truth) as file:
+                truth = json.load(file)["animations"][0]  # the exporter knows one timeline
+            qdsg.save_resource_set(saved, loaded)
+            for root in loaded.scene_graph, qdsg.load_nest(saved):
+                nodes = {node.global_name: node for node in walk(root)}
+                for n, time in enumerate(truth["times_s"]):
+                    loaded.animations[0].pose(root, time)
+                    for key, worlds in truth["world"].items():
+                        self.check_matrix(nodes.get(exported_name({"name": key})), worlds[n], (name, key, time),
+                                          tolerance=1e-4)
+                        matrices += 1
+        self.assertGreater(matrices, 100)
+
     @staticmethod
     def world_at_the_end(truth, node):
         """The static pose of an animated file is its last frame."""
@@ -115,15 +137,12 @@ class TruthTest(TestCase):
                 return animation["world"][node["name"]][-1]
         return node["matrix_world"]
 
-    def check_matrix(self, node, expected, what):
+    def check_matrix(self, node, expected, what, tolerance=TOLERANCE):
         self.assertIsNotNone(node, what)
         expected = [number for column in zip(*expected) for number in column]
         loaded = [number for row in node.world_transform.matrix for number in row]
-        self.check_numbers(loaded, expected, max(map(abs, expected)), what)
-
-    def check_numbers(self, loaded, expected, size, what):
         worst = max(abs(one - two) for one, two in zip(loaded, expected))
-        self.assertLessEqual(worst, TOLERANCE * size, what)
+        self.assertLessEqual(worst, tolerance * max(map(abs, expected)), what)
 
     def check_mesh(self, node, expected, what):
         # A mesh of several materials stands in a child for each.
