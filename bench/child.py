@@ -56,10 +56,12 @@ def measure(what, arguments):
 
     if what == "qdsg-load":
         return timed(qdsg.load, arguments[0])
+    if what == "qdsg-load-animated":
+        return timed(qdsg.load_resource_set, arguments[0])
     if what == "qdsg-read":
         return timed(qdsg.load_nest, arguments[0])
     if what == "qdsg-save":
-        resource_set = qdsg.create_resource_set_from_node(qdsg.load(arguments[0]))
+        resource_set = qdsg.load_resource_set(arguments[0])
         return timed(qdsg.save_resource_set, new_file(arguments[1]), resource_set)
     assert what == "qdsg-idle"
     return 0.0, None

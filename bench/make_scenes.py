@@ -1,4 +1,4 @@
-"""Writes the COLLADA scenes that bench/compare loads: a mesh of any size, and scenes of many nodes."""
+"""Writes the COLLADA scenes that bench/compare loads: a mesh of any size, scenes of many nodes, animations."""
 import math
 
 HEAD = """<?xml version="1.0" encoding="utf-8"?>
@@ -8,15 +8,16 @@ HEAD = """<?xml version="1.0" encoding="utf-8"?>
 TAIL = '<scene><instance_visual_scene url="#scene"/></scene>\n</COLLADA>\n'
 
 
-def write_source(file, name, params, count, values):
+def write_source(file, name, params, count, values, param_type="float"):
     """One <source>; `values` yields its numbers, already as text, a group for each value."""
-    file.write('<source id="%s"><float_array id="%s-array" count="%d">' % (name, name, count * len(params)))
+    width = 16 if param_type == "float4x4" else len(params)
+    file.write('<source id="%s"><float_array id="%s-array" count="%d">' % (name, name, count * width))
     for value in values:
         file.write(value + " ")
     file.write('</float_array><technique_common><accessor source="#%s-array" count="%d" stride="%d">'
-               % (name, count, len(params)))
+               % (name, count, width))
     for param in params:
-        file.write('<param name="%s" type="float"/>' % param)
+        file.write('<param name="%s" type="%s"/>' % (param, param_type))
     file.write("</accessor></technique_common></source>\n")
 
 
@@ -102,4 +103,52 @@ def nodes(path, count, nested):
             for index in range(count):
                 open_node(file, index)
                 file.write("</node>\n")
+        file.write("</visual_scene></library_visual_scenes>\n" + TAIL)
+
+
+def write_channel(file, index, keys):
+    """The <animation> of one channel: a baked matrix, the three floats of a translation, or a Bezier angle, in turn."""
+    name = "anim%d" % index
+    target, params, param_type = ((("transform", ["TRANSFORM"], "float4x4"), ("t", "XYZ", "float"),
+                                   ("r.ANGLE", ["ANGLE"], "float"))[index % 3])
+
+    def value(key):
+        phase = 0.01 * key + index
+        if index % 3 == 0:
+            sine, cosine = math.sin(phase), math.cos(phase)
+            return "%.6f %.6f 0 %.6f %.6f %.6f 0 1 0 0 1 2 0 0 0 1" % (cosine, -sine, sine, sine, cosine)
+        if index % 3 == 1:
+            return "%.6f %.6f 3" % (math.sin(phase), math.cos(phase))
+        return "%.6f" % (90 * math.sin(phase))
+
+    file.write('<animation id="%s">' % name)
+    write_source(file, name + "-in", ["TIME"], keys, ("%.6f" % (key / 30) for key in range(keys)))
+    write_source(file, name + "-out", params, keys, map(value, range(keys)), param_type)
+    inputs = [("INPUT", "in"), ("OUTPUT", "out"), ("INTERPOLATION", "type")]
+    if index % 3 == 2:
+        for tangent, side in ("tin", -1), ("tout", 1):
+            write_source(file, "%s-%s" % (name, tangent), "XY", keys,
+                         ("%.6f %s" % ((key + side / 3) / 30, value(key + side / 3)) for key in range(keys)))
+        inputs += [("IN_TANGENT", "tin"), ("OUT_TANGENT", "tout")]
+    file.write('<source id="%s-type"><Name_array id="%s-type-array" count="%d">' % (name, name, keys))
+    file.write(("BEZIER " if index % 3 == 2 else "LINEAR ") * keys)
+    file.write('</Name_array><technique_common><accessor source="#%s-type-array" count="%d" stride="1">'
+               '<param name="INTERPOLATION" type="name"/></accessor></technique_common></source>\n' % (name, keys))
+    file.write('<sampler id="%s-sampler">' % name)
+    for semantic, source in inputs:
+        file.write('<input semantic="%s" source="#%s-%s"/>' % (semantic, name, source))
+    file.write('</sampler><channel source="#%s-sampler" target="node%d/%s"/></animation>\n' % (name, index, target))
+
+
+def animation(path, channels, keys):
+    """A scene of as many nodes as channels, each animated by one of `keys` keys."""
+    with open(path, "w") as file:
+        file.write(HEAD + "<library_animations>\n")
+        for index in range(channels):
+            write_channel(file, index, keys)
+        file.write('</library_animations>\n<library_visual_scenes><visual_scene id="scene">\n')
+        for index in range(channels):
+            transforms = '<matrix sid="transform">1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1</matrix>' if index % 3 == 0 else \
+                '<translate sid="t">0 0 0</translate><rotate sid="r">0 1 0 0</rotate>'
+            file.write('<node id="node%d" name="Node %d">%s</node>\n' % (index, index, transforms))
         file.write("</visual_scene></library_visual_scenes>\n" + TAIL)

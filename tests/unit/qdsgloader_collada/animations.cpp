@@ -457,6 +457,7 @@ TEST(ColladaAnimation, Clips)
 
 TEST(ColladaAnimation, AnimationsDocument)
 {
+    CQDSGLoaderColladaLib::InitLibrary();
     const CTempFile objScene("scene.dae", MovingBox());
     const auto spLoader = CSGLoaderCollada::Create(CSGTextureLoader::CreateStandardLoader());
     const std::string strName =
