@@ -231,10 +231,15 @@ std::unique_ptr<char[]> CStream::ReadString()
     return arrText;
 }
 
-void CStream::ReadString(CQDString& rText) { ReadText(rText); }
-
-void CStream::ReadString(CQDCompactString& rText)
+bool CStream::ReadString(CQDString& rText)
 {
-    ReadText(m_strScratch);
+    const bool bHasCount = CanRead(1, sizeof(uint32_t));
+    return ReadText(rText) && bHasCount;
+}
+
+bool CStream::ReadString(CQDCompactString& rText)
+{
+    const bool bRead = ReadString(m_strScratch);
     rText = CQDCompactString(m_strScratch);
+    return bRead;
 }

@@ -73,9 +73,10 @@ class CStream
     // Zero-terminated UTF-8; null in an unknown string mode and when the count is more than the stream holds
     // (logged).
     std::unique_ptr<char[]> ReadString();
-    // The empty string where the above is null.
-    void ReadString(CQDString& rText);
-    void ReadString(CQDCompactString& rText);
+    // The empty string where the above is null. False when the stream does not hold the string whole, count
+    // included (logged).
+    bool ReadString(CQDString& rText);
+    bool ReadString(CQDCompactString& rText);
 
   protected:
     CStream();

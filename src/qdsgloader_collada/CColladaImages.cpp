@@ -11,6 +11,8 @@
 #include "qdsgloader_collada/CDaeUri.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
+#include <system_error>
+
 namespace
 {
 
@@ -75,13 +77,16 @@ CSGTexturePtr CColladaImages::LoadFromPool(const CQDString& rStrName, const CQDS
 {
     const CQDString& rPoolName = m_spTexturePool->GetName();
     const CSGTextureFromPoolPtr spTexture = CSGTextureFromPool::Create(rPoolName, rStrName);
-    if (!spTexture ||
-        spTexture->GetOrLoadSharedTexture(m_spTextureLoader.get(), m_spTexturePool.get()) == nullptr)
+    CSGTexture* pShared =
+        spTexture ? spTexture->GetOrLoadSharedTexture(m_spTextureLoader.get(), m_spTexturePool.get())
+                  : nullptr;
+    if (pShared == nullptr)
     {
         Log(QD_COLLADA, LOG_WARNING, "Failed to load texture '%s' from pool '%s'.  Trying actual file.",
             rStrName, rPoolName);
         return nullptr;
     }
+    AddMipMaps(*pShared);
     Log(QD_COLLADA, LOG_INFO, "Substituting TexturePool '%s' texture '%s' for file '%s'", rPoolName, rStrName,
         rStrFile);
     return spTexture;
@@ -105,6 +110,12 @@ CSGTexturePtr CColladaImages::LoadReference(const domImage& rImage)
 {
     const CQDString strReference = rImage.getInit_from()->getValue().originalStr();
     const CColladaImagePath objPath(strReference, m_objFolder);
+    if (objPath.GetBaseName().empty())
+    {
+        Log(QD_COLLADA, LOG_ERROR, "<init_from> \"%s\" in <image id=\"%s\"> names no file", strReference,
+            GetIDText(rImage));
+        return CSGTex_2D::GetTextureFailedToLoad();
+    }
     if (m_spTexturePool)
     {
         if (const CSGTexturePtr spTexture = LoadFromPool(objPath.GetBaseName(), strReference))
@@ -130,7 +141,10 @@ CSGTexturePtr CColladaImages::LoadReference(const domImage& rImage)
 
 CSGTexturePtr CColladaImages::LoadTextureFile(const CQDString& rStrFile)
 {
-    const auto [it, bNew] = m_mapFiles.try_emplace(rStrFile);
+    // Images may spell the name of one file differently.
+    std::error_code objError;
+    const std::filesystem::path objFile = std::filesystem::weakly_canonical(rStrFile, objError);
+    const auto [it, bNew] = m_mapFiles.try_emplace(objError ? rStrFile : objFile.string());
     if (bNew)
     {
         it->second = m_spTextureLoader->LoadTexture(rStrFile);

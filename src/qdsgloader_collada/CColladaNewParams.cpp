@@ -111,6 +111,13 @@ void CColladaNewParams::AddNewParamsProfileCommon(const domProfile_COMMON& rProf
         {
             AddNewParamProfileCommon(*rspNewParam, eRound);
         }
+        if (const domProfile_COMMON::domTechnique* pTechnique = rProfile.getTechnique())
+        {
+            for (const auto& rspNewParam : AsSpan(pTechnique->getNewparam_array()))
+            {
+                AddNewParamProfileCommon(*rspNewParam, eRound);
+            }
+        }
     }
 }
 

@@ -14,8 +14,9 @@ class CColladaNewParams
     // Null for none around. Both must outlive it.
     CColladaNewParams(CColladaImages& rImages, const CColladaNewParams* pAround);
 
-    // Adds the <newparam> elements of an <effect>, or of its <profile_COMMON>: floats, surfaces and 2D
-    // samplers. One that cannot be used is left out (reported); other kinds are read over.
+    // Adds the <newparam> elements of an <effect>, or of its <profile_COMMON> and the technique in it:
+    // floats, surfaces and 2D samplers. One that cannot be used is left out (reported); other kinds are read
+    // over.
     void AddNewParamsFXCommon(const ColladaDOM141::domEffect& rEffect);
     void AddNewParamsProfileCommon(const ColladaDOM141::domProfile_COMMON& rProfile);
 

@@ -63,6 +63,7 @@ int main(int argc, char** argv)
         return TryMutations(argv[1], nCount) ? 0 : 1;
     }
     const bool bTried = TryMutations(QDSG_TEST_DATA_DIR "/two_boxes.dae", nCount) &&
-                        TryMutations(QDSG_TEST_DATA_DIR "/moving_box.dae", nCount);
+                        TryMutations(QDSG_TEST_DATA_DIR "/moving_box.dae", nCount) &&
+                        TryMutations(QDSG_TEST_DATA_DIR "/dressed.dae", nCount);
     return bTried ? 0 : 1;
 }

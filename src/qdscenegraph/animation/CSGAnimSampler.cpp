@@ -15,7 +15,7 @@ const SGStreamableRegistration<CSGAnimSampler> s_objRegistration(0x005128FCD8199
 // The parameter, 0 to 1, at which a cubic Bezier curve of time with the given control points reaches a time:
 // halves the curve by de Casteljau's construction and goes on with the half that holds the time. Singles
 // would not get near enough to the time to stop early.
-float FindBezierParameter(double fTime, double fStart, double fOut, double fIn, double fEnd)
+double FindBezierParameter(double fTime, double fStart, double fOut, double fIn, double fEnd)
 {
     constexpr double AT_END = 1e-20;
     constexpr double NEAR_ENOUGH = 1e-9;
@@ -23,11 +23,11 @@ float FindBezierParameter(double fTime, double fStart, double fOut, double fIn, 
 
     if (fTime - fStart < AT_END)
     {
-        return 0.0f;
+        return 0.0;
     }
     if (fEnd - fTime < AT_END)
     {
-        return 1.0f;
+        return 1.0;
     }
     double fMiddle = 0.5;
     double fHalfWidth = 0.5;
@@ -59,14 +59,15 @@ float FindBezierParameter(double fTime, double fStart, double fOut, double fIn, 
             fMiddle -= fHalfWidth;
         }
     }
-    return static_cast<float>(fMiddle);
+    return fMiddle;
 }
 
-float EvaluateBezier(float fStart, float fOut, float fIn, float fEnd, float s)
+// In singles, tangents that are long beside the values would drown them.
+float EvaluateBezier(double fStart, double fOut, double fIn, double fEnd, double s)
 {
-    const float c1 = 3.0f * (fOut - fStart);
-    const float c2 = 3.0f * (fIn - fOut);
-    return (((fEnd - fStart - c2) * s + (c2 - c1)) * s + c1) * s + fStart;
+    const double c1 = 3.0 * (fOut - fStart);
+    const double c2 = 3.0 * (fIn - fOut);
+    return static_cast<float>((((fEnd - fStart - c2) * s + (c2 - c1)) * s + c1) * s + fStart);
 }
 
 void InterpolateLinear(float u, const float* arrfPrev, const float* arrfNext, float* arrfResult,
@@ -354,7 +355,7 @@ void CSGAnimSampler::InterpolateBezier(float fTime, const float* pfPrevKey, cons
 {
     const float* pfOutTangent = pfPrevKey + GetOutTangentOffset();
     const float* pfInTangent = pfNextKey + GetInTangentOffset();
-    float s = 0.0f;
+    double s = 0.0;
     for (int32_t n = 0; n < m_nOutputCount; ++n, pfOutTangent += 2, pfInTangent += 2)
     {
         // The outputs of a key mostly have the same tangent times; the parameter is the costly part.

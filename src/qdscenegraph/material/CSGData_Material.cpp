@@ -38,7 +38,7 @@ bool CSGData_Material::ReadFromStream(CStream* pStream, CSGStreamableLoadState* 
     QD_CHECK_ARG(pLoadState, false);
     QD_CHECK_OR_RETURN(pLoadState->ReadChildID(pStream, this, COOKIE_MATERIAL), "Call %s failed",
                        "pLoadState->ReadChildID(pStream,this,0)", false);
-    pStream->ReadString(m_strOverrideMaterialName);
+    QD_CHECK_CALL(pStream->ReadString(m_strOverrideMaterialName), false);
     return true;
 }
 

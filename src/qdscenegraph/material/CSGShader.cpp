@@ -1,10 +1,10 @@
 #include "qdscenegraph/material/CSGShader.h"
 
-#include "qdscenegraph/object/CSGMem.h"
+#include <new>
 
 CSGShaderPtr CSGShader::Create(EStage eStage, const CQDString& rSource)
 {
-    CSGShaderPtr spShader = CSGMem::Construct<CSGShader>();
+    CSGShaderPtr spShader = new (std::nothrow) CSGShader;
     if (spShader)
     {
         spShader->m_eStage = eStage;

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "qdcommon/CQDString.h"
-#include "qdscenegraph/object/CSGObject.h"
+#include "qdcommon/CRefObject.h"
 
 // The renderer compiles it; here it is a text and the stage it is for. Not saved.
-class CSGShader final : public CSGObject
+class CSGShader final : public CRefObject
 {
   public:
     enum EStage
@@ -18,7 +18,6 @@ class CSGShader final : public CSGObject
 
     EStage GetStage() const { return m_eStage; }
     const CQDString& GetSource() const { return m_strSource; }
-    size_t GetObjectSize() const override { return sizeof(CSGShader); }
 
   private:
     EStage m_eStage = STAGE_VERTEX;

@@ -421,10 +421,11 @@ CSGNode::EPickBehavior CSGNode::GetPickBehavior() const
 bool CSGNode::SetRenderEffectsData(const boost::intrusive_ptr<CSGData>& spParentEffectsData)
 {
     QD_CHECK_ARG(spParentEffectsData, false);
+    const boost::intrusive_ptr<CSGData> spReplaced = m_spEffectsData;
     for (CSGNode* pNode = this; pNode != nullptr;)
     {
         // A node with effects of its own hands those on instead.
-        const bool bTakes = pNode == this || !pNode->m_spEffectsData;
+        const bool bTakes = pNode == this || pNode->m_spEffectsData == spReplaced;
         if (bTakes)
         {
             pNode->m_spEffectsData = spParentEffectsData;
@@ -437,12 +438,13 @@ bool CSGNode::SetRenderEffectsData(const boost::intrusive_ptr<CSGData>& spParent
 bool CSGNode::ClearRenderEffectsData()
 {
     const boost::intrusive_ptr<CSGData> spCleared = m_spEffectsData;
+    const boost::intrusive_ptr<CSGData> spInherited = HasParent() ? m_pParent->m_spEffectsData : nullptr;
     for (CSGNode* pNode = this; pNode != nullptr;)
     {
         const bool bHas = pNode->m_spEffectsData == spCleared;
         if (bHas)
         {
-            pNode->m_spEffectsData.reset();
+            pNode->m_spEffectsData = spInherited;
         }
         pNode = bHas ? pNode->GetNextInTree(this) : pNode->GetNextBeyondTree(this);
     }

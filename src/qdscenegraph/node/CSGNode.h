@@ -96,7 +96,7 @@ class CSGNode final : public SGStreamableInterface<CSGNode>
     bool IsVisible() const;
     void SetPickBehavior(EPickBehavior ePickBehavior);
     EPickBehavior GetPickBehavior() const;
-    // The effects that the node hands on to its children.
+    // The effects that the node hands on to its children: its own, else those of its parent.
     bool SetRenderEffectsData(const boost::intrusive_ptr<CSGData>& spParentEffectsData);
     bool ClearRenderEffectsData();
     const boost::intrusive_ptr<CSGData>& GetRenderEffectsData() const { return m_spEffectsData; }

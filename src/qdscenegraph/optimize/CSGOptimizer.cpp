@@ -44,7 +44,7 @@ class CAnimatedTransforms
         }
         if (!m_mapNames.empty())
         {
-            AddNamed(pRoot);
+            AddNamed(pRoot, objContext);
         }
     }
 
@@ -77,7 +77,7 @@ class CAnimatedTransforms
     }
 
     // The tree may be posed as a part of another one, or part by part: a name stands for all its nodes.
-    void AddNamed(CSGNode* pRoot)
+    void AddNamed(CSGNode* pRoot, CSGRefContext& rContext)
     {
         for (CSGNode* pNode = pRoot; pNode != nullptr; pNode = pNode->GetNextInTree(pRoot))
         {
@@ -89,7 +89,7 @@ class CAnimatedTransforms
             }
             for (const CQDCompactString& rName : it->second)
             {
-                AddIfTransform(CSGRefFind_TransformByName::Find(pLocal, rName, nullptr));
+                AddIfTransform(CSGRefFind_TransformByName::Find(pLocal, rName, &rContext));
             }
         }
     }

@@ -3,11 +3,8 @@
 #include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdscenegraph/reference/CSGRefContext.h"
+#include "qdscenegraph/reference/CSGTransformWalk.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
-#include "qdscenegraph/transform/CSGTransformProduct.h"
-
-#include <boost/container/small_vector.hpp>
-#include <unordered_set>
 
 namespace
 {
@@ -26,30 +23,15 @@ CSGMaterial* FindMaterial(const CSGNode* pRoot, const CQDCompactString& rName)
     return nullptr;
 }
 
-// The first of a transform and all that it is made of, in their order. A product that stands in several
-// places is looked into once.
 CSGTransform* FindTransform(CSGTransform* pRoot, const CQDCompactString& rName)
 {
-    boost::container::small_vector<CSGTransform*, 16> vecToDo = {pRoot};
-    std::unordered_set<const CSGTransform*> setShared;
-    while (!vecToDo.empty())
+    CSGTransformWalk objWalk(pRoot);
+    CSGTransform* pTransform = objWalk.Next();
+    while (pTransform != nullptr && pTransform->GetName() != rName)
     {
-        CSGTransform* pTransform = vecToDo.back();
-        vecToDo.pop_back();
-        if (pTransform != nullptr && pTransform->GetName() == rName)
-        {
-            return pTransform;
-        }
-        const auto* pProduct = dynamic_cast<const CSGTransformProduct*>(pTransform);
-        if (pProduct != nullptr && (!pProduct->IsShared() || setShared.insert(pProduct).second))
-        {
-            for (int32_t n = pProduct->GetNumTransforms() - 1; n >= 0; --n)
-            {
-                vecToDo.push_back(pProduct->GetTransformObject(n));
-            }
-        }
+        pTransform = objWalk.Next();
     }
-    return nullptr;
+    return pTransform;
 }
 
 // The context, when it knows the names of this object's tree.
@@ -115,13 +97,14 @@ CSGStreamable* CSGRefFind_MaterialParam::Find(CSGStreamable* pFrom, CSGMaterial:
 }
 
 CSGStreamable* CSGRefFind_TransformByName::Find(CSGStreamable* pFrom, const CQDCompactString& rName,
-                                                CSGRefContext*)
+                                                CSGRefContext* pContext)
 {
     if (rName.empty())
     {
         return nullptr;
     }
     const auto* pLocal = SGStreamableCast<CSGData_LocalTransform>(pFrom);
-    return FindTransform(
-        pLocal != nullptr ? pLocal->GetTransformObject() : SGStreamableCast<CSGTransform>(pFrom), rName);
+    CSGTransform* pRoot =
+        pLocal != nullptr ? pLocal->GetTransformObject() : SGStreamableCast<CSGTransform>(pFrom);
+    return pContext != nullptr ? pContext->FindTransform(pRoot, rName) : FindTransform(pRoot, rName);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qdcommon/CRefObject.h"
+#include "qdscenegraph/object/CSGTombstone.h"
 #include "qdscenegraph/object/CSGTypeInfo.h"
 #include "qdscenegraph/streaming/CSGStreamable.h"
 #include "qdscenegraph/texture/PixelFormat.h"
@@ -21,7 +22,7 @@ struct CSGTextureLayout
     bool operator==(const CSGTextureLayout&) const = default;
 };
 
-class CSGTexture : public SGStreamableInterface<CSGTexture>
+class CSGTexture : public SGStreamableInterface<CSGTexture>, public CEnableSGObjectWPtr
 {
   public:
     static constexpr const char* SG_TYPE_NAME = "CSGTexture";

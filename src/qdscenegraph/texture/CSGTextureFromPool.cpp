@@ -94,19 +94,17 @@ void CSGTextureFromPool::SetRendererData(const boost::intrusive_ptr<CRefObject>&
     m_spTexture->SetRendererData(spRendererData);
 }
 
-bool CSGTextureFromPool::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)
+bool CSGTextureFromPool::ReadFromStream(CStream* pStream, CSGStreamableLoadState*)
 {
-    QD_CHECK_OR_RETURN(CSGTexture::ReadFromStream(pStream, pLoadState), "Call %s failed",
-                       "CSGTexture::ReadFromStream(pStream,pLoadState)", false);
-    pStream->ReadString(m_strPoolName);
-    pStream->ReadString(m_strTextureName);
+    QD_CHECK_ARG(pStream, false);
+    QD_CHECK_CALL(pStream->ReadString(m_strPoolName), false);
+    QD_CHECK_CALL(pStream->ReadString(m_strTextureName), false);
     return true;
 }
 
-bool CSGTextureFromPool::WriteToStream(CStream* pStream, CSGStreamableSaveState* pSaveState)
+bool CSGTextureFromPool::WriteToStream(CStream* pStream, CSGStreamableSaveState*)
 {
-    QD_CHECK_OR_RETURN(CSGTexture::WriteToStream(pStream, pSaveState), "Call %s failed",
-                       "CSGTexture::WriteToStream(pStream,pSaveState)", false);
+    QD_CHECK_ARG(pStream, false);
     pStream->WriteString(m_strPoolName);
     pStream->WriteString(m_strTextureName);
     return true;

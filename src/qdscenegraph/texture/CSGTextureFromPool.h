@@ -7,9 +7,9 @@ class CSGTexturePool;
 class CSGTextureFromPool;
 using CSGTextureFromPoolPtr = boost::intrusive_ptr<CSGTextureFromPool>;
 
-// Only the names of the pool and of the texture are saved. The texture itself is found when the names are
-// loaded, if the process has such a pool by then, or later when it is asked for; until then every question
-// about its pixels is an error that is reported.
+// Only the names of the pool and of the texture are saved, nothing of CSGTexture. The texture itself is found
+// when the names are loaded, if the process has such a pool by then, or later when it is asked for; until
+// then every question about its pixels is an error that is reported.
 class CSGTextureFromPool final : public SGStreamableDerivedInterface<CSGTextureFromPool, CSGTexture>
 {
   public:

@@ -278,6 +278,9 @@ TEST(ColladaMaterials, Effects)
           "1 Failed to get <material> referenced by <instance_material> in <bind_material>",
           "1 Had NULL material data for material \"s\"."}},
         {NewParam("<float3>1 2 3</float3>") + strDiffuseParam, "diffuse=1,2,3,1"},
+        {Technique(NewParam("<float3>3 2 1</float3>") +
+                   "<phong><diffuse><param ref=\"p\"/></diffuse></phong>"),
+         "diffuse=3,2,1,1"},
         {NewParam("<float>3</float>") + Phong("<shininess><param ref=\"p\"/></shininess>"), "shininess=3"},
         {NewParam("<float4>1 2</float4>") + strDiffuseParam,
          "",
@@ -330,15 +333,19 @@ TEST(ColladaMaterials, Effects)
 TEST(ColladaMaterials, SamplerModes)
 {
     const CTempFile objImage("i.tga", TGA);
+    const std::filesystem::path objPath = objImage.GetName();
     const CColladaTestScene objScene(Scene(
-        Image("i", "file://" + objImage.GetName()),
+        Image("i", "file://" + objImage.GetName()) +
+            Image("j", (objPath.parent_path() / "." / objPath.filename()).string()),
         Effect("e", Sampler("<wrap_s>CLAMP</wrap_s><wrap_t>MIRROR</wrap_t><minfilter>NEAREST_MIPMAP_LINEAR"
                             "</minfilter><magfilter>NEAREST</magfilter><border_color>1 2 3 4</border_color>"
                             "<mipmap_maxlevel>200</mipmap_maxlevel><mipmap_bias>-.5</mipmap_bias>") +
                         DIFFUSE) +
-            Effect("f", Sampler("<wrap_s>WIDE</wrap_s><minfilter>LINEAR</minfilter>") + DIFFUSE),
-        Material("m", "e") + Material("k", "f"),
-        Node("n", Instance(Bind("s", "m"))) + Node("o", Instance(Bind("s", "k")))));
+            Effect("f", Sampler("<wrap_s>WIDE</wrap_s><minfilter>LINEAR</minfilter>") + DIFFUSE) +
+            Effect("g", Phong("<diffuse><texture texture=\"j\" texcoord=\"UV\"/></diffuse>")),
+        Material("m", "e") + Material("k", "f") + Material("l", "g"),
+        Node("n", Instance(Bind("s", "m"))) + Node("o", Instance(Bind("s", "k"))) +
+            Node("p", Instance(Bind("s", "l")))));
     ASSERT_TRUE(objScene.m_spRoot);
     const CSGSampler* pSampler = MaterialOf(objScene.Find("n"))->GetSampler(CSGMaterial::PARAM_DIFFUSE);
     const CSGSamplerParams& rParams = pSampler->GetParams();
@@ -360,6 +367,8 @@ TEST(ColladaMaterials, SamplerModes)
     // One texture for both, with all its levels; its pixels are the file's.
     EXPECT_EQ(pSampler->GetSurface(), pOther->GetSurface());
     const CSGTexture* pTexture = TextureOf(*pSampler);
+    EXPECT_EQ(TextureOf(*MaterialOf(objScene.Find("p"))->GetSampler(CSGMaterial::PARAM_DIFFUSE)), pTexture)
+        << "another image of the same file";
     EXPECT_EQ(pTexture->GetSourceName(), objImage.GetName());
     EXPECT_EQ(pTexture->GetLayout(), (CSGTextureLayout{2, 1, 2, PIXEL_FORMAT_R8G8B8}));
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(pTexture->GetDataPtr()), 6), "\0\0\xFF\xFF\0\0"s);
@@ -494,6 +503,7 @@ TEST(ColladaMaterials, Images)
         {"<image id=\"i\"><data>" + strHex.substr(0, 7) + "\n" + strHex.substr(7) + "</data></image>", true},
         {"<image id=\"i\"><data>zz</data></image>", false},
         {Image("i", "no.png"), false},
+        {Image("i", " "), false, {"1 <init_from> \"\" in <image id=\"i\"> names no file"}},
         {Image("i", "http://host/i.tga"),
          false,
          {"1 \"http://host/i.tga\" referenced by <init_from> in <image id=\"i\"> is not a local file"}},
@@ -536,6 +546,7 @@ TEST(ColladaMaterials, TexturePool)
     auto* pPooled = SGStreamableCast<CSGTextureFromPool>(spPooled.get());
     ASSERT_NE(pPooled, nullptr);
     EXPECT_EQ(pPooled->GetTexture(), spPool->GetTexture("pooled.tga").get());
+    EXPECT_EQ(pPooled->GetLayout(), (CSGTextureLayout{2, 1, 2, PIXEL_FORMAT_R8G8B8}));
     EXPECT_TRUE(objLog.HasLine("7 Substituting TexturePool 'collada materials' texture 'pooled.tga' for file "
                                "'far/away/pooled.tga'"));
     const auto spOther = Load(objOther.GetName(), objLog);

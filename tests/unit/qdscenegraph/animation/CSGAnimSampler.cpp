@@ -121,6 +121,9 @@ TEST(CSGAnimSampler, BezierPassesThroughThePointsOfItsCurve)
     {
         EXPECT_NEAR(Sample(spThirds, fTime)[0], 3 * fTime - 6, 2e-6) << "the straight line";
     }
+    // s = fTime: 3 s (1 - s)^2 times the one tangent that is not 0.
+    const auto spSteep = Make(3, {0, 3}, {0, 0}, {0, 0, 2, 0, 1, 5e6f, 0, 0});
+    EXPECT_NEAR(Sample(spSteep, 2.9990234375f)[0], 1.5889e0f, 1e-3);
 }
 
 // A turned towards B in the plane of A and a direction P at right angles to it.

@@ -3,8 +3,10 @@
 #include "qdscenegraph/animation/CSGAnimation.h"
 
 #include "AnimTestScene.h"
+#include "qdcommon/CFileStream.h"
 #include "qdscenegraph/nest/CSGNestReader.h"
 #include "qdscenegraph/nest/CSGNestWriter.h"
+#include "qdscenegraph/streaming/CSGStreamableLoadState.h"
 #include "support/CLogCapture.h"
 #include "support/CTempFile.h"
 
@@ -171,8 +173,9 @@ TEST(CSGAnimation, RecordsAndSharing)
     }
 }
 
-// Empty animations: the first version's record is the second's with eight bytes before the count.
-TEST(CSGAnimation, ReadsTheFirstVersion)
+// Empty animations: the first version's record is the second's with eight bytes before the count. One of an
+// unknown version is taken for the second.
+TEST(CSGAnimation, ReadsOtherVersions)
 {
     const auto spSet = CSGResourceSet::Create();
     ASSERT_TRUE(spSet->AddTopLevelNode(CSGMem::Construct<CSGAnimation>()));
@@ -184,4 +187,25 @@ TEST(CSGAnimation, ReadsTheFirstVersion)
     const auto spLoaded = Load(strOld);
     ASSERT_TRUE(spLoaded);
     EXPECT_EQ(Save(spLoaded.get()), strFile);
+
+    const CTempFile objFile("record", S("walk") + F(1) + F(3) + I(0));
+    CFileStream objStream(objFile.GetName(), CFileStream::OPEN_READ);
+    CSGStreamableLoadState objState;
+    objState.SetVersionBeingLoaded(CSGAnimation::GetStaticSGStreamableType(), 5);
+    const CSGAnimation::CAnimationPtr spNewer = CSGMem::Construct<CSGAnimation>();
+    CLogCapture objLog;
+    EXPECT_TRUE(spNewer->ReadFromStream(&objStream, &objState));
+    EXPECT_EQ(objLog.GetLines(), std::vector<std::string>{"1 Unexpected version 5 of CSGAnimation."});
+    EXPECT_EQ(spNewer->GetEndTime(), 3);
+
+    // The first version of a channel has no name.
+    const auto spChannel = MakeChannel("box/pos.X", "pos", TARGET_X, {5}, {6});
+    spSet->ClearAnimations();
+    ASSERT_TRUE(spSet->AddTopLevelNode(spChannel.get()));
+    std::string strChannel = Save(spSet.get());
+    strChannel.replace(nVersion, 4, I(1)).erase(strChannel.find(S("box/pos.X")), S("box/pos.X").size());
+    spChannel->SetName("");
+    const auto spNameless = Load(strChannel);
+    ASSERT_TRUE(spNameless);
+    EXPECT_EQ(Save(spNameless.get()), Save(spSet.get()));
 }

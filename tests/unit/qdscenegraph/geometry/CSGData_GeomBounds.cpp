@@ -182,20 +182,17 @@ TEST(CSGData_GeomBounds, AreSavedUpToDateAndBelievedWhenLoaded)
     spBinding->GetVertexBuffer()->EditData()[3] = 4;
 
     std::string strFile = Save(spNode.get());
-    const float arrBox[] = {0, 0, 0, 4, 2, 3};
-    const std::string strBox(reinterpret_cast<const char*>(arrBox), sizeof(arrBox));
+    const std::string strBox = F({0, 0, 0, 4, 2, 3});
     const size_t nBox = strFile.rfind(strBox); // the vertices look the same, and stand before
     ASSERT_NE(nBox, strFile.find(strBox));
-    const float fOther = 44.0f;
-    strFile.replace(nBox + 12, 4, reinterpret_cast<const char*>(&fOther), 4);
+    strFile.replace(nBox + 12, 4, F({44}));
 
-    const auto spObject = Load(strFile);
-    const auto* pLoaded = dynamic_cast<CSGNode*>(spObject.get());
-    ASSERT_TRUE(pLoaded);
-    const auto* pLoadedBounds = pLoaded->FindData<CSGData_GeomBounds>();
+    const auto spLoaded = Load<CSGNode>(strFile);
+    ASSERT_TRUE(spLoaded);
+    const auto* pLoadedBounds = spLoaded->FindData<CSGData_GeomBounds>();
     EXPECT_EQ(pLoadedBounds->GetBox().m_objMax, (CSGFloat3{44, 2, 3}));
-    EXPECT_EQ(Save(spObject.get()), strFile);
-    pLoaded->FindData<CSGData_Geometry>()->GetGeomList()->GetBinding(0)->GetVertexBuffer()->EditData();
+    EXPECT_EQ(Save(spLoaded.get()), strFile);
+    spLoaded->FindData<CSGData_Geometry>()->GetGeomList()->GetBinding(0)->GetVertexBuffer()->EditData();
     EXPECT_EQ(pLoadedBounds->GetBox().m_objMax, (CSGFloat3{4, 2, 3}));
 }
 

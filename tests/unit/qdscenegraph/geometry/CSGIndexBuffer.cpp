@@ -27,7 +27,7 @@ TEST(CSGIndexBuffer, HasTheWidthThatItsLargestIndexNeeds)
         EXPECT_EQ(GetIndices(*spBuffer), (std::vector<int32_t>{0, 0, 0}));
         ASSERT_TRUE(spBuffer->SetIndex(1, nMaxIndex));
         EXPECT_EQ(spBuffer->Is16Bit(), nMaxIndex <= 65535) << nMaxIndex;
-        const auto spLoaded = SaveAndLoad(spBuffer.get());
+        const auto spLoaded = Load<CSGIndexBuffer>(Save(spBuffer.get()));
         ASSERT_TRUE(spLoaded);
         for (const CSGIndexBuffer* pBuffer : {spBuffer.get(), spLoaded.get()})
         {

@@ -1,4 +1,4 @@
-// Small geometry, and its way through a NEST file, for the tests of this folder.
+// Small geometry for the tests of this folder.
 #pragma once
 
 #include "qdscenegraph/geometry/CSGData_GeomBounds.h"
@@ -10,12 +10,7 @@
 #include "qdscenegraph/geometry/CSGPrim_Polygon.h"
 #include "qdscenegraph/geometry/CSGPrim_Quad.h"
 #include "qdscenegraph/geometry/CSGPrim_Triangle.h"
-#include "qdscenegraph/nest/CSGNestReader.h"
-#include "qdscenegraph/nest/CSGNestWriter.h"
-#include "support/CLogCapture.h"
-#include "support/CTempFile.h"
-
-#include <gtest/gtest.h>
+#include "support/NestTestFile.h"
 
 using CVertexBufferPtr = boost::intrusive_ptr<CSGVertexBuffer>;
 using CIndexBufferPtr = boost::intrusive_ptr<CSGIndexBuffer>;
@@ -41,27 +36,4 @@ inline boost::intrusive_ptr<CSGGeomBinding> MakeTriangles(const std::vector<int3
                                                           const CVertexBufferPtr& spVertices)
 {
     return CSGGeomBinding::Create(CSGGeom_Triangles::Create(MakeIndices(rIndices)), spVertices);
-}
-
-inline std::string Save(CSGStreamable* pObject)
-{
-    const CTempFile objFile("saved.nest");
-    const auto spSet = CSGResourceSet::Create();
-    spSet->AddTopLevelNode(pObject);
-    return CSGNestWriter::Create()->SaveResourceSet(objFile.GetName(), spSet.get()) ? objFile.ReadBytes()
-                                                                                    : "";
-}
-
-// The first object of the file; null when the file was refused.
-inline boost::intrusive_ptr<CSGStreamable> Load(const std::string& rBytes)
-{
-    const CTempFile objFile("loaded.nest", rBytes);
-    const auto spReader = CSGNestReader::Create();
-    return spReader->LoadFile(objFile.GetName()) ? spReader->m_spResourceSet->GetTopLevelNode(0) : nullptr;
-}
-
-template <class T>
-boost::intrusive_ptr<T> SaveAndLoad(T* pObject)
-{
-    return dynamic_cast<T*>(Load(Save(pObject)).get());
 }

@@ -8,13 +8,8 @@
 #include "qdscenegraph/light/CSGLight_Point.h"
 #include "qdscenegraph/light/CSGLight_Spot.h"
 #include "qdscenegraph/material/CSGParamTmpl.h"
-#include "qdscenegraph/nest/CSGNestReader.h"
-#include "qdscenegraph/nest/CSGNestWriter.h"
 #include "qdscenegraph/node/CSGNode.h"
-#include "support/CLogCapture.h"
-#include "support/CTempFile.h"
-
-#include <gtest/gtest.h>
+#include "support/NestTestFile.h"
 
 namespace
 {
@@ -28,36 +23,6 @@ struct CLights
     CLightPtr m_spPoint = CSGLight_Point::Create("p", {1, 1, 0, 1}, {1, 2, 3});
     CLightPtr m_spSpot = CSGLight_Spot::Create("s", {0, 1, 0, 1}, {4, 5, 6}, {50, 0.25f});
 };
-
-std::string I(int32_t nValue) { return {reinterpret_cast<const char*>(&nValue), sizeof(nValue)}; }
-std::string S(const std::string& rText) { return I(static_cast<int32_t>(rText.size())) + rText; }
-std::string F(const std::vector<float>& rValues)
-{
-    return {reinterpret_cast<const char*>(rValues.data()), rValues.size() * sizeof(float)};
-}
-template <class T>
-std::string G()
-{
-    uint64_t uiGUID = 0;
-    EXPECT_TRUE(T::GetStaticSGStreamableType()->GetGUID(uiGUID));
-    return {reinterpret_cast<const char*>(&uiGUID), sizeof(uiGUID)};
-}
-
-std::string Save(CSGNode* pNode)
-{
-    const CTempFile objFile("saved.nest");
-    const auto spSet = CSGResourceSet::Create();
-    spSet->AddTopLevelNode(pNode);
-    EXPECT_TRUE(CSGNestWriter::Create()->SaveResourceSet(objFile.GetName(), spSet.get()));
-    return objFile.ReadBytes();
-}
-
-boost::intrusive_ptr<CSGNode> Load(const std::string& rBytes)
-{
-    const CTempFile objFile("loaded.nest", rBytes);
-    const auto spReader = CSGNestReader::Create();
-    return spReader->LoadFile(objFile.GetName()) ? spReader->m_spResourceSet->GetFirstNode() : nullptr;
-}
 
 } // namespace
 
@@ -106,16 +71,16 @@ TEST(CSGLight, RecordsAndSharing)
     const auto spEnv = CSGData_LightEnv::Create();
     ASSERT_TRUE(spEnv->AddLight(l.m_spSpot) && spNode->AddData(spSet.get()) && spNode->AddData(spEnv.get()));
     const std::string strFile = Save(spNode.get());
-    const std::string strSet = I(5) + I(2) + I(3) + I(4) + I(5) + I(3);
+    const std::string strSet = I({5, 2, 3, 4, 5, 3});
     for (const std::string& rRecord :
          {G<CSGData_LightSet>() + strSet + G<CSGLight_Ambient>() + S("a") + F({0.1f, 0.2f, 0.3f}) +
               G<CSGLight_Directional>() + S("sun") + F({2, 3, 4}) + G<CSGLight_Point>() + S("p") +
               F({1, 1, 0, 1, 2, 3}) + G<CSGLight_Spot>() + S("s") + F({0, 1, 0, 4, 5, 6, 50, 0.25f}),
-          G<CSGData_LightEnv>() + I(1) + I(5)})
+          G<CSGData_LightEnv>() + I({1, 5})})
     {
         EXPECT_NE(strFile.find(rRecord), std::string::npos);
     }
-    const auto spLoaded = Load(strFile);
+    const auto spLoaded = Load<CSGNode>(strFile);
     ASSERT_TRUE(spLoaded);
     EXPECT_EQ(Save(spLoaded.get()), strFile);
     const auto* pSet = spLoaded->FindData<CSGData_LightSet>();
@@ -123,12 +88,11 @@ TEST(CSGLight, RecordsAndSharing)
     EXPECT_EQ(pSet->GetLight(5), nullptr);
     EXPECT_EQ(spLoaded->Copy()->FindData<CSGData_LightSet>(), pSet);
 
-    for (const std::string& rDamaged :
-         {I(0x7FFFFFFF) + I(2) + I(3) + I(4) + I(5) + I(3), I(5) + I(-1) + I(3) + I(4) + I(5) + I(3),
-          I(5) + I(0) + I(3) + I(4) + I(5) + I(3), I(5) + I(2) + I(3) + I(4) + I(1) + I(3)})
+    for (const std::string& rDamaged : {I({0x7FFFFFFF, 2, 3, 4, 5, 3}), I({5, -1, 3, 4, 5, 3}),
+                                        I({5, 0, 3, 4, 5, 3}), I({5, 2, 3, 4, 1, 3})})
     {
         std::string strDamaged = strFile;
-        EXPECT_FALSE(Load(strDamaged.replace(strDamaged.find(strSet), strSet.size(), rDamaged)));
+        EXPECT_FALSE(LoadSet(strDamaged.replace(strDamaged.find(strSet), strSet.size(), rDamaged)));
     }
 }
 
@@ -148,7 +112,7 @@ TEST(CSGData_RenderEnv, KeepsItsNamesInFilesAndItsParametersToItself)
         F({0.5f, 0.25f, 0, 1}) + I(2) + S("fog") + I(2) + S("steps") + I(3) + G<CSGParamTmpl<float>>();
     const size_t nRecord = strFile.find(G<CSGData_RenderEnv>() + strRecord);
     ASSERT_NE(nRecord, std::string::npos);
-    const auto spLoaded = Load(strFile);
+    const auto spLoaded = Load<CSGNode>(strFile);
     ASSERT_TRUE(spLoaded);
     EXPECT_EQ(Save(spLoaded.get()), strFile);
     auto* pLoaded = spLoaded->FindData<CSGData_RenderEnv>();
@@ -161,6 +125,6 @@ TEST(CSGData_RenderEnv, KeepsItsNamesInFilesAndItsParametersToItself)
     for (const auto& [nOffset, nValue] : {std::pair(24, 0x10000000), std::pair(35, 0), std::pair(35, -1)})
     {
         std::string strDamaged = strFile;
-        EXPECT_FALSE(Load(strDamaged.replace(nRecord + static_cast<size_t>(nOffset), 4, I(nValue))));
+        EXPECT_FALSE(LoadSet(strDamaged.replace(nRecord + static_cast<size_t>(nOffset), 4, I(nValue))));
     }
 }

@@ -212,3 +212,23 @@ TEST(CSGData_Effect, BelongsToOneNodeAndIsNotSaved)
     EXPECT_FALSE(objSaveState.GetObject(1)->WriteToStream(nullptr, &objSaveState));
     EXPECT_EQ(objLog.GetLines().back(), "4 Implement me!");
 }
+
+TEST(CSGData_Effect, IsHandedOnToNodesWithoutOneOfTheirOwn)
+{
+    const auto spRoot = CSGNode::Create("", ""), spMiddle = CSGNode::Create("", ""),
+               spLeaf = CSGNode::Create("", "");
+    ASSERT_TRUE(spRoot->AddChild(spMiddle.get()) && spMiddle->AddChild(spLeaf.get()));
+    const CSGEffectPtr spEffect = CSGEffect::Create(CSGParamSet::Create());
+    const auto spOfRoot = CSGData_Effect::Create(spEffect), spOfMiddle = CSGData_Effect::Create(spEffect);
+    for (const bool bRootFirst : {true, false})
+    {
+        ASSERT_TRUE(bRootFirst ? spRoot->AddData(spOfRoot.get()) : spMiddle->AddData(spOfMiddle.get()));
+        EXPECT_EQ(spLeaf->GetRenderEffectsData(), bRootFirst ? spOfRoot : spOfMiddle);
+        ASSERT_TRUE(bRootFirst ? spMiddle->AddData(spOfMiddle.get()) : spRoot->AddData(spOfRoot.get()));
+        EXPECT_EQ(spLeaf->GetRenderEffectsData(), spOfMiddle);
+        ASSERT_TRUE(spMiddle->RemoveData(spOfMiddle.get()));
+        EXPECT_EQ(spLeaf->GetRenderEffectsData(), spOfRoot);
+        ASSERT_TRUE(spRoot->RemoveData(spOfRoot.get()));
+        EXPECT_EQ(spLeaf->GetRenderEffectsData(), nullptr);
+    }
+}

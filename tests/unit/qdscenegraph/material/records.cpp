@@ -7,19 +7,11 @@
 #include "qdscenegraph/node/CSGData_RenderState.h"
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdscenegraph/streaming/CSGStreamableSaveState.h"
-#include "qdscenegraph/texture/TextureTestFile.h"
+#include "support/NestTestFile.h"
 
 namespace
 {
 
-using CTypes = std::vector<std::pair<const SGStreamableType*, int32_t>>;
-using CRecord = std::pair<const SGStreamableType*, std::string>;
-
-template <class T>
-const SGStreamableType* TypeOf()
-{
-    return T::GetStaticSGStreamableType();
-}
 const auto NODE = TypeOf<CSGNode>(), DATA = TypeOf<CSGData>(), DATA_MATERIAL = TypeOf<CSGData_Material>(),
            MATERIAL = TypeOf<CSGMaterial>(), PARAM = TypeOf<CSGParam>(),
            FLOAT = TypeOf<CSGParamTmpl<float>>(), COLOR = TypeOf<CSGParamTmpl<CSGFloat4>>(),
@@ -27,42 +19,36 @@ const auto NODE = TypeOf<CSGNode>(), DATA = TypeOf<CSGData>(), DATA_MATERIAL = T
            SURFACE = TypeOf<CSGSurface>(), SURF_TEXTURE = TypeOf<CSGSurf_Texture>(),
            RENDER_STATE = TypeOf<CSGData_RenderState>();
 
-std::string F(std::initializer_list<float> arrValues)
-{
-    return {reinterpret_cast<const char*>(arrValues.begin()), sizeof(float) * arrValues.size()};
-}
-
-const std::string NODE_BODY = Words({0, 0, 1, 1, 0}); // no names, attachment 1, no children
+const std::string NODE_BODY = I({0, 0, 1, 1, 0}); // no names, attachment 1, no children
 
 std::string SamplerBody(int32_t nSurfaceID)
 {
-    return Words({nSurfaceID, 7, 8}) + F({.1f, .2f, .3f, .4f}) + Words({1, 2, 4, 2, 3, 0}) +
-           F({.5f, .6f, .7f, .8f}) + Words({5}) + F({-1.5f});
+    return I({nSurfaceID, 7, 8}) + F({.1f, .2f, .3f, .4f}) + I({1, 2, 4, 2, 3, 0}) + F({.5f, .6f, .7f, .8f}) +
+           I({5}) + F({-1.5f});
 }
 
 // A material whose slots of emission, shininess and transparent link to the objects.
 std::string MaterialBody(int32_t nEmission, int32_t nShininess = -1, int32_t nTransparent = -1)
 {
-    return Words({0, nEmission, 0, -1, 0, -1, 0, -1, 0, nShininess, 0, nTransparent, 0, -1, 0, -1, 0, 1, 0});
+    return I({0, nEmission, 0, -1, 0, -1, 0, -1, 0, nShininess, 0, nTransparent, 0, -1, 0, -1, 0, 1, 0});
 }
 
-CTypes Types(int32_t nMaterialVersion)
+CNestTypes Types(int32_t nMaterialVersion)
 {
-    return {{NODE, 1},  {DATA_MATERIAL, 1}, {DATA, 1},          {MATERIAL, nMaterialVersion},
-            {COLOR, 1}, {PARAM, 1},         {SAMPLER_PARAM, 1}, {SAMPLER, 1},
-            {FLOAT, 1}};
+    return {NODE,          DATA_MATERIAL, DATA, {MATERIAL, nMaterialVersion}, COLOR, PARAM,
+            SAMPLER_PARAM, SAMPLER,       FLOAT};
 }
 
 // Object 0 is a node, 1 its material's attachment, 2 the material, 3 its diffuse colour, 4 the parameter of
 // its sampler 5, 6 its shininess.
 std::string MaterialFile(int32_t nVersion, const std::string& rBehindTransparency)
 {
-    const std::string strSlots = Words({-1, -1, -1, -1, 3, -1, 4, 2, 6, -1, -1, -1, -1, 5});
+    const std::string strSlots = I({-1, -1, -1, -1, 3, -1, 4, 2, 6, -1, -1, -1, -1, 5});
     return MakeNest(Types(nVersion), {{NODE, NODE_BODY},
-                                      {DATA_MATERIAL, Words({2, 5}) + "other"},
-                                      {MATERIAL, Words({5}) + "brick" + strSlots + rBehindTransparency},
+                                      {DATA_MATERIAL, I({2}) + S("other")},
+                                      {MATERIAL, S("brick") + strSlots + rBehindTransparency},
                                       {COLOR, F({.1f, .2f, .3f, .4f})},
-                                      {SAMPLER_PARAM, Words({5})},
+                                      {SAMPLER_PARAM, I({5})},
                                       {SAMPLER, SamplerBody(-1)},
                                       {FLOAT, F({20.5f})}});
 }
@@ -77,9 +63,9 @@ TEST(MaterialRecords, EveryVersion)
         std::string strEnd;
         std::initializer_list<int32_t> arrSaved; // the slot of the normal map, mode, flags
     } arrCases[] = {
-        {1, Words({0}) + '\0', {-1, -1, 0, 0}},   {1, Words({1}) + '\1', {-1, -1, 1, 2}},
-        {1, Words({9}) + '\xFF', {-1, -1, 9, 2}}, {2, Words({0, 65}), {-1, -1, 0, 65}},
-        {3, Words({4, 1, 0, 65}), {4, 1, 0, 65}},
+        {1, I({0}) + '\0', {-1, -1, 0, 0}},   {1, I({1}) + '\1', {-1, -1, 1, 2}},
+        {1, I({9}) + '\xFF', {-1, -1, 9, 2}}, {2, I({0, 65}), {-1, -1, 0, 65}},
+        {3, I({4, 1, 0, 65}), {4, 1, 0, 65}},
     };
     for (const auto& r : arrCases)
     {
@@ -96,7 +82,7 @@ TEST(MaterialRecords, EveryVersion)
         EXPECT_EQ(pSampler->GetParams().m_objBorderColor, (CColor{.5f, .6f, .7f, .8f}));
         EXPECT_EQ(pSampler->GetParams().m_eMagFilter, CSGSamplerParams::FILTER_ANISOTROPIC);
         EXPECT_EQ(pMaterial->GetSampler(CSGMaterial::PARAM_NORMALMAP), r.nVersion == 3 ? pSampler : nullptr);
-        EXPECT_EQ(Save(spNode.get()), MaterialFile(3, Words(r.arrSaved)));
+        EXPECT_EQ(Save(spNode.get()), MaterialFile(3, I(r.arrSaved)));
         EXPECT_EQ(spNode->Copy()->FindData<CSGData_Material>(), pData);
     }
 }
@@ -104,8 +90,8 @@ TEST(MaterialRecords, EveryVersion)
 TEST(MaterialRecords, Parameters)
 {
     const boost::intrusive_ptr<CSGSampler> spSampler = CSGMem::Construct<CSGSampler>();
-    const std::string strSampler = Words({1}) + Guid(SAMPLER) + Words({-1, 0, 0}) + F({0, 0, 0, 1}) +
-                                   Words({3, 3, 3, 1, 1, 1}) + F({0, 0, 0, 1}) + Words({1, 0});
+    const std::string strSampler = I({1}) + G(SAMPLER) + I({-1, 0, 0}) + F({0, 0, 0, 1}) +
+                                   I({3, 3, 3, 1, 1, 1}) + F({0, 0, 0, 1}) + I({1, 0});
     const struct
     {
         CSGParamPtr spParam;
@@ -121,7 +107,7 @@ TEST(MaterialRecords, Parameters)
          F({1, 2, 3, 4, 5, 6, 7, 8, 9})},
         {CSGParamTmpl<CMatrix4>::Create("p", {}), "CMatrix4", 5,
          F({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1})},
-        {CSGParamTmpl<int>::Create("p", -2), "int", 6, Words({-2})},
+        {CSGParamTmpl<int>::Create("p", -2), "int", 6, I({-2})},
         {CSGParamTmpl<CSGSamplerPtr>::Create("p", spSampler), "CSGSamplerPtr", 8, strSampler},
         {CSGParamTmpl<CSGLightState>::Create("p", {}), "CSGLightState", 9,
          F({1, 1, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, -1, 180, 1})},
@@ -150,37 +136,36 @@ TEST(MaterialRecords, Parameters)
 
 TEST(MaterialRecords, DamagedOnesAreRefused)
 {
-    const CRecord objData = {DATA_MATERIAL, Words({2, 0})}, objFloat = {FLOAT, F({1})};
+    const CNestRecord objData = {DATA_MATERIAL, I({2, 0})}, objFloat = {FLOAT, F({1})},
+                      objCut = {DATA_MATERIAL, I({-1, 4}) + "cut"};
     const struct
     {
-        std::vector<CRecord> vecRecords;
+        CNestRecords vecRecords;
         std::string strLine;
     } arrCases[] = {
         {{{NODE, NODE_BODY}, objData, objFloat}, "1 pMaterial is NULL"},
-        {{{NODE, NODE_BODY}, {DATA_MATERIAL, Words({-1, 0})}}, "1 m_spMaterial is NULL"},
+        {{{NODE, NODE_BODY}, {DATA_MATERIAL, I({-1, 0})}}, "1 m_spMaterial is NULL"},
         {{{MATERIAL, MaterialBody(1)}, {SAMPLER, SamplerBody(-1)}}, "1 pParam is NULL"},
         {{{NODE, NODE_BODY}, objData, {MATERIAL, MaterialBody(1)}}, "1 pParam is NULL"},
         {{{MATERIAL, MaterialBody(3)}}, "1 Call pLoadState->ReadChildID(pStream, this, nParamIndex) failed"},
-        {{{SAMPLER_PARAM, Words({1})}, objFloat}, "1 pValue is NULL"},
+        {{{SAMPLER_PARAM, I({1})}, objFloat}, "1 pValue is NULL"},
         {{{SAMPLER, SamplerBody(1)}, objFloat}, "1 pSurface is NULL"},
-        {{{SURF_TEXTURE, Words({1})}, objFloat}, "1 pTexture is NULL"},
+        {{{SURF_TEXTURE, I({1})}, objFloat}, "1 pTexture is NULL"},
         {{{SURFACE, ""}}, "1 Invalid call of abstract Create"},
+        {{objCut}, "1 Call pStream->ReadString(m_strOverrideMaterialName) failed"},
     };
     const int64_t nLive = CSGMem::GetPool().GetNumLiveBlocks();
-    CTypes vecTypes = Types(3);
-    vecTypes.insert(vecTypes.end(), {{SURFACE, 1}, {SURF_TEXTURE, 1}});
+    CNestTypes vecTypes = Types(3);
+    vecTypes.insert(vecTypes.end(), {SURFACE, SURF_TEXTURE});
     for (const auto& r : arrCases)
     {
-        CLogCapture objLog;
-        EXPECT_EQ(Load<CSGStreamable>(MakeNest(vecTypes, r.vecRecords)), nullptr);
-        EXPECT_TRUE(objLog.HasLine(r.strLine)) << r.strLine << testing::PrintToString(objLog.GetLines());
+        ExpectRefused(MakeNest(vecTypes, r.vecRecords), r.strLine);
     }
-    for (const std::string& rWhole :
-         {MaterialFile(1, Words({0}) + '\1'), MaterialFile(3, Words({4, 1, 0, 65}))})
+    for (const std::string& rWhole : {MaterialFile(1, I({0}) + '\1'), MaterialFile(3, I({4, 1, 0, 65}))})
     {
         for (size_t nSize = 0; nSize < rWhole.size(); ++nSize)
         {
-            EXPECT_EQ(Load<CSGNode>(rWhole.substr(0, nSize)), nullptr) << nSize;
+            EXPECT_EQ(LoadSet(rWhole.substr(0, nSize)), nullptr) << nSize;
         }
     }
     EXPECT_EQ(CSGMem::GetPool().GetNumLiveBlocks(), nLive);
@@ -189,10 +174,10 @@ TEST(MaterialRecords, DamagedOnesAreRefused)
 TEST(MaterialRecords, ParameterOfAnotherTypeCountsAsNotThere)
 {
     // Emission and transparent are floats, shininess is a sampler.
-    const std::vector<CRecord> vecRecords = {{MATERIAL, MaterialBody(3, 1, 3)},
-                                             {SAMPLER_PARAM, Words({2})},
-                                             {SAMPLER, SamplerBody(-1)},
-                                             {FLOAT, F({.5f})}};
+    const CNestRecords vecRecords = {{MATERIAL, MaterialBody(3, 1, 3)},
+                                     {SAMPLER_PARAM, I({2})},
+                                     {SAMPLER, SamplerBody(-1)},
+                                     {FLOAT, F({.5f})}};
     const auto spMaterial = Load<CSGMaterial>(MakeNest(Types(3), vecRecords));
     ASSERT_NE(spMaterial, nullptr);
     EXPECT_EQ(spMaterial->GetMaterialState(), CSGMaterialState());
@@ -204,7 +189,7 @@ TEST(MaterialRecords, ParameterOfAnotherTypeCountsAsNotThere)
 TEST(MaterialRecords, RenderStateHadNoDepthBiasInItsFirstVersion)
 {
     const auto MakeState = [](int32_t nVersion, const std::string& rDepthBias) {
-        return MakeNest({{RENDER_STATE, nVersion}, {DATA, 1}}, {{RENDER_STATE, Words({5}) + rDepthBias}});
+        return MakeNest({{RENDER_STATE, nVersion}, DATA}, {{RENDER_STATE, I({5}) + rDepthBias}});
     };
     for (const auto& [strFile, fDepthBias] :
          {std::pair(MakeState(1, ""), 0.0f), std::pair(MakeState(2, F({-.25f})), -.25f)})

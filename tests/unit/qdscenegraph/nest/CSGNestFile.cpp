@@ -1,13 +1,8 @@
 // NEST files byte for byte, what is refused, and what a damaged file can do.
 
 #include "qdcommon/CFileStream.h"
-#include "qdscenegraph/nest/CSGNestReader.h"
-#include "qdscenegraph/nest/CSGNestWriter.h"
-#include "support/CLogCapture.h"
-#include "support/CTempFile.h"
 #include "support/CTestData.h"
-
-#include <gtest/gtest.h>
+#include "support/NestTestFile.h"
 
 #include <cstring>
 
@@ -21,13 +16,6 @@ constexpr uint64_t DATA_GUID = 0x71461D30E88B44F3;
 constexpr uint64_t TEST_GUID = 0x7200000000000001;
 const SGStreamableRegistration<CTestData<1>> s_objTestData(TEST_GUID, 1, 3);
 
-template <class T>
-std::string Bytes(T value)
-{
-    return {reinterpret_cast<const char*>(&value), sizeof(value)};
-}
-std::string I(int32_t nValue) { return Bytes(nValue); }
-std::string S(const std::string& rText) { return I(static_cast<int32_t>(rText.size())) + rText; }
 std::string Header(int32_t nVersion = 2) { return "NEST" + I(nVersion); }
 // A node with one attachment (ids -1 for none are left out) and children.
 std::string NodeRecord(const std::string& rName, const std::vector<int32_t>& rData,
@@ -47,22 +35,6 @@ std::string NodeRecord(const std::string& rName, const std::vector<int32_t>& rDa
 }
 const std::string NODE_TYPES = I(1) + Bytes(NODE_GUID) + I(1);
 
-std::string Save(const CNodePtr& spRoot)
-{
-    const CTempFile objFile("saved.nest");
-    const auto spSet = CSGResourceSet::Create();
-    spSet->AddTopLevelNode(spRoot.get());
-    return CSGNestWriter::Create()->SaveResourceSet(objFile.GetName(), spSet.get()) ? objFile.ReadBytes()
-                                                                                    : "";
-}
-
-boost::intrusive_ptr<CSGResourceSet> Load(const std::string& rBytes)
-{
-    const CTempFile objFile("loaded.nest", rBytes);
-    const auto spReader = CSGNestReader::Create();
-    return spReader->LoadFile(objFile.GetName()) ? spReader->m_spResourceSet : nullptr;
-}
-
 } // namespace
 
 TEST(Nest, FileLayout)
@@ -81,10 +53,10 @@ TEST(Nest, FileLayout)
                                     NodeRecord("a", {2}, {}) +                                          // 1
                                     Bytes(TEST_GUID) + I(7) +                                           // 2
                                     NodeRecord("b", {2}, {});                                           // 3
-    const std::string strSaved = Save(spRoot);
+    const std::string strSaved = Save(spRoot.get());
     EXPECT_EQ(strSaved, strExpected);
 
-    const auto spSet = Load(strSaved);
+    const auto spSet = LoadSet(strSaved);
     ASSERT_NE(spSet, nullptr);
     const CSGNode* pRoot = spSet->GetFirstNode();
     EXPECT_EQ(Describe(pRoot), "root(a,b)");
@@ -100,7 +72,7 @@ TEST(Nest, AVacancyIsCountedAndWritesNothing)
     const CNodePtr spB = MakeNode("b", spRoot.get());
     const CNodePtr spC = MakeNode("c", spRoot.get());
     ASSERT_TRUE(spRoot->RemoveChild(spA.get()));
-    EXPECT_NE(Save(spRoot).find(S("local root") + I(0) + I(3) + I(1) + I(2) + Bytes(NODE_GUID)),
+    EXPECT_NE(Save(spRoot.get()).find(S("local root") + I(0) + I(3) + I(1) + I(2) + Bytes(NODE_GUID)),
               std::string::npos);
 }
 
@@ -111,7 +83,7 @@ TEST(Nest, AttachmentsKeepTheirOrder)
         I(3) + Bytes(NODE_GUID) + I(1) + Bytes(TEST_GUID) + I(3) + Bytes(DATA_GUID) + I(1);
     const std::string strFile = Header() + strTypes + I(1) + I(0) + I(3) + NodeRecord("root", {1}, {2, -1}) +
                                 Bytes(TEST_GUID) + I(5) + NodeRecord("a", {-1, 1}, {});
-    const auto spSet = Load(strFile);
+    const auto spSet = LoadSet(strFile);
     ASSERT_NE(spSet, nullptr);
     EXPECT_EQ(spSet->GetFirstNode()->GetChildrenSize(), 1) << "a child id of -1 leaves the slot vacant";
     EXPECT_EQ(spSet->GetFirstNode()->GetChild(0)->GetDataSet().GetData(1),
@@ -161,21 +133,17 @@ TEST(Nest, RefusedFiles)
         {Header() + NODE_TYPES + I(0) + I(2) + NodeRecord("a", {}, {}), "1 !objStream.EndOfFile() is false"},
         {Header() + NODE_TYPES + I(1) + I(1) + I(1) + NodeRecord("a", {}, {}), "1 pStreamable is NULL"},
     };
-    const int64_t nBlocks = CSGMem::GetPool().GetNumLiveBlocks();
     for (const auto& [strBytes, strLine] : arrCases)
     {
-        CLogCapture objLog;
-        EXPECT_EQ(Load(strBytes), nullptr) << strLine;
-        EXPECT_TRUE(objLog.Contains(strLine)) << strLine << "\n" << testing::PrintToString(objLog.GetLines());
+        ExpectRefused(strBytes, strLine);
     }
-    EXPECT_EQ(CSGMem::GetPool().GetNumLiveBlocks(), nBlocks) << "a refused file leaves nothing behind";
 }
 
 TEST(Nest, EmptySetsAndOldStrings)
 {
-    ASSERT_NE(Load(Header() + I(0) + I(0) + I(0)), nullptr);
+    ASSERT_NE(LoadSet(Header() + I(0) + I(0) + I(0)), nullptr);
     const std::string strRecord = Bytes(NODE_GUID) + I(2) + "a\0b\0"s + I(1) + "\xE9\0"s + I(0) + I(0);
-    const auto spSet = Load(Header(1) + NODE_TYPES + I(1) + I(0) + I(1) + strRecord);
+    const auto spSet = LoadSet(Header(1) + NODE_TYPES + I(1) + I(0) + I(1) + strRecord);
     ASSERT_NE(spSet, nullptr);
     EXPECT_EQ(spSet->GetFirstNode()->GetGlobalName().GetView(), "ab");
     EXPECT_EQ(spSet->GetFirstNode()->GetLocalName().GetView(), "\u00E9");
@@ -208,7 +176,7 @@ TEST(Nest, DeepTreesInLinearTime)
     {
         strFile += n + 1 < 200000 ? NodeRecord("n", {}, {n + 1}) : NodeRecord("n", {}, {});
     }
-    const auto spSet = Load(strFile);
+    const auto spSet = LoadSet(strFile);
     ASSERT_NE(spSet, nullptr);
     EXPECT_EQ(Save(spSet->GetFirstNode()), strFile);
     // The same chain from the bottom up: every child is there before its parent.
@@ -217,5 +185,5 @@ TEST(Nest, DeepTreesInLinearTime)
     {
         strFile += NodeRecord("n", {}, {n - 1});
     }
-    EXPECT_NE(Load(strFile), nullptr);
+    EXPECT_NE(LoadSet(strFile), nullptr);
 }

@@ -7,13 +7,9 @@
 #include "qdscenegraph/light/CSGLight_Spot.h"
 #include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/material/CSGParamTmpl.h"
-#include "qdscenegraph/nest/CSGNestReader.h"
-#include "qdscenegraph/nest/CSGNestWriter.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
-#include "support/CTempFile.h"
-
-#include <gtest/gtest.h>
+#include "support/NestTestFile.h"
 
 #include <cmath>
 #include <fstream>
@@ -23,23 +19,19 @@
 namespace
 {
 
-std::string ReadWhole(const std::string& rName)
+std::string ReadGolden(const std::string& rName)
 {
-    std::ifstream objFile(rName, std::ios::binary);
+    std::ifstream objFile(QDSG_TEST_DATA_DIR "/" + rName, std::ios::binary);
     return {std::istreambuf_iterator<char>(objFile), {}};
 }
 
 // Loads a file, and expects that it is saved again as it stands. The loaded set.
 boost::intrusive_ptr<CSGResourceSet> LoadAndCompare(const std::string& rName)
 {
-    const std::string strGolden = QDSG_TEST_DATA_DIR "/" + rName;
-    const auto spReader = CSGNestReader::Create();
-    EXPECT_TRUE(spReader->LoadFile(strGolden));
-    const CTempFile objSaved("saved.nest");
-    EXPECT_TRUE(
-        CSGNestWriter::Create()->SaveResourceSet(objSaved.GetName(), spReader->m_spResourceSet.get()));
-    EXPECT_TRUE(objSaved.ReadBytes() == ReadWhole(strGolden)) << "a record has changed without a new version";
-    return spReader->m_spResourceSet;
+    const std::string strGolden = ReadGolden(rName);
+    const auto spSet = LoadSet(strGolden);
+    EXPECT_TRUE(SaveSet(spSet.get()) == strGolden) << "a record has changed without a new version";
+    return spSet;
 }
 
 } // namespace
@@ -116,16 +108,13 @@ TEST(NestGolden, HasEveryClass)
     std::string strBytes;
     for (const char* szName : {"every_class.nest", "every_dressing_class.nest", "every_animation_class.nest"})
     {
-        strBytes += ReadWhole(QDSG_TEST_DATA_DIR "/" + std::string(szName));
+        strBytes += ReadGolden(szName);
     }
     // Test data, and attachments of which only a run of the program knows.
     const std::set<std::string> setNeverSaved = {"CTestData", "CSGData_ParamSet", "CSGData_Effect"};
     for (const SGStreamableType* pType : SGStreamableType::GetAllTypes())
     {
-        uint64_t uiGUID = 0;
-        ASSERT_TRUE(pType->GetGUID(uiGUID));
-        const std::string strGUID(reinterpret_cast<const char*>(&uiGUID), sizeof(uiGUID));
-        EXPECT_NE(strBytes.find(strGUID) != std::string::npos, setNeverSaved.contains(pType->GetName()))
+        EXPECT_NE(strBytes.find(G(pType)) != std::string::npos, setNeverSaved.contains(pType->GetName()))
             << pType->GetName();
     }
 }

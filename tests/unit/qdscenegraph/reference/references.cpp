@@ -190,6 +190,38 @@ TEST(References, SharedTransformsAreLookedIntoOnce)
     EXPECT_EQ(CSGRef_TransformByName::Create("none")->Resolve(spTransform.get()), nullptr);
 }
 
+// Names are looked up in a table there.
+TEST(References, LongListsAreSearchedLikeShortOnes)
+{
+    std::vector<CSGTransform::CTransformPtr> vecTransforms;
+    for (int n = 0; n < 60; ++n)
+    {
+        vecTransforms.push_back(CSGXFrm_Translate::Create({}));
+        vecTransforms.back()->SetName("t" + std::to_string(n % 50));
+    }
+    const auto spInner = CSGXFrm_List::Create(std::span(vecTransforms).subspan(5));
+    const auto spLast = CSGXFrm_Translate::Create({});
+    spLast->SetName("last");
+    const auto spAll = CSGXFrm_List::Create();
+    ASSERT_TRUE(spAll->AddTransform(spInner.get()) && spAll->AddTransform(spInner.get()) &&
+                spAll->AddTransform(spLast.get()));
+    spAll->SetName("all");
+    const std::pair<const char*, CSGStreamable*> arrCases[] = {{"t7", vecTransforms[7].get()},
+                                                               {"t49", vecTransforms[49].get()},
+                                                               {"t3", vecTransforms[53].get()},
+                                                               {"last", spLast.get()},
+                                                               {"all", spAll.get()},
+                                                               {"none", nullptr},
+                                                               {"", nullptr}};
+    CSGRefContext objContext(nullptr);
+    for (const auto& [szName, pFound] : arrCases)
+    {
+        const auto spRef = CSGRef_TransformByName::Create(szName);
+        EXPECT_EQ(spRef->Resolve(spAll.get()), pFound) << szName;
+        EXPECT_EQ(spRef->Resolve(spAll.get(), &objContext), pFound) << szName;
+    }
+}
+
 TEST(ReferenceRecords, ByteForByteAndBack)
 {
     const auto spShared = CSGRef_TransformByName::Create("t");

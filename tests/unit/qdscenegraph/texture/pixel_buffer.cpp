@@ -1,10 +1,9 @@
 // Pixel buffers: sizes, colours, formats, and their records in every version.
 
-#include "TextureTestFile.h"
-
 #include "qdscenegraph/texture/CSGPixBuff_Bytes.h"
 #include "qdscenegraph/texture/CSGPixBuff_PVR.h"
 #include "qdscenegraph/texture/CSGPixBuff_S3TC.h"
+#include "support/NestTestFile.h"
 
 #include <cmath>
 #include <cstring>
@@ -22,15 +21,12 @@ CBytes DataOf(const CSGPixelBuffer& rBuffer) { return {rBuffer.GetData().begin()
 template <class T>
 std::string MakeFile(int32_t nVersion, const std::string& rBody)
 {
-    const SGStreamableType* pType = T::GetStaticSGStreamableType();
-    return MakeNest({{pType, 1}, {CSGPixelBuffer::GetStaticSGStreamableType(), nVersion}}, {{pType, rBody}});
+    return MakeNest({TypeOf<T>(), {TypeOf<CSGPixelBuffer>(), nVersion}}, {{TypeOf<T>(), rBody}});
 }
 
-std::string Chunk(const std::string& rBytes) { return Words({static_cast<int32_t>(rBytes.size())}) + rBytes; }
-
-// The zlib stream, with one stored block, of the bytes 1 to 8.
+// The zlib stream, with one stored block, of the bytes 1 to 8. A chunk of it looks like a string in the file.
 const std::string STREAM("\x78\x01\x01\x08\x00\xF7\xFF\x01\x02\x03\x04\x05\x06\x07\x08\x00\x80\x00\x25", 19);
-const std::string RGBA_2 = Words({PIXEL_FORMAT_R8G8B8A8, 2, 32});
+const std::string RGBA_2 = I({PIXEL_FORMAT_R8G8B8A8, 2, 32});
 
 } // namespace
 
@@ -151,13 +147,13 @@ TEST(CSGPixelBuffer, ConvertsOrdersOfFourBytesForARenderer)
 
 TEST(CSGPixelBuffer, ReadsRecordsOfEveryVersion)
 {
-    const std::string strBytes = Words({PIXEL_FORMAT_R8G8B8A8, 2, 4});
+    const std::string strBytes = I({PIXEL_FORMAT_R8G8B8A8, 2, 4});
     const std::string strFiles[] = {
         MakeFile<CSGPixBuff_R8G8B8A8>(1, strBytes + "\x01\x02\x03\x04\x05\x06\x07\x08"),
-        MakeFile<CSGPixBuff_R8G8B8A8>(2, strBytes + Chunk(STREAM)),
-        MakeFile<CSGPixBuff_R8G8B8A8>(3, RGBA_2 + Chunk(STREAM)),
-        MakeFile<CSGPixBuff_R8G8B8A8>(4, RGBA_2 + Chunk(STREAM)), // read like version 3
-        MakeFile<CSGPixBuff_RGB_S3TC_DXT1>(3, Words({5, 16, 4}) + Chunk(STREAM)),
+        MakeFile<CSGPixBuff_R8G8B8A8>(2, strBytes + S(STREAM)),
+        MakeFile<CSGPixBuff_R8G8B8A8>(3, RGBA_2 + S(STREAM)),
+        MakeFile<CSGPixBuff_R8G8B8A8>(4, RGBA_2 + S(STREAM)), // read like version 3
+        MakeFile<CSGPixBuff_RGB_S3TC_DXT1>(3, I({5, 16, 4}) + S(STREAM)),
     };
     CLogCapture objLog;
     for (const std::string& rFile : strFiles)
@@ -170,8 +166,8 @@ TEST(CSGPixelBuffer, ReadsRecordsOfEveryVersion)
     }
     EXPECT_EQ(objLog.GetLines(), std::vector<std::string>{"1 Unknown stream version 4"});
     // Older records count a byte for each pixel of four bits.
-    EXPECT_TRUE(Load<CSGPixelBuffer>(
-        MakeFile<CSGPixBuff_RGBA_S3TC_DXT1>(1, Words({6, 16, 1}) + std::string(16, 'x'))));
+    EXPECT_TRUE(
+        Load<CSGPixelBuffer>(MakeFile<CSGPixBuff_RGBA_S3TC_DXT1>(1, I({6, 16, 1}) + std::string(16, 'x'))));
 }
 
 TEST(CSGPixelBuffer, RefusesDamagedRecords)
@@ -184,30 +180,27 @@ TEST(CSGPixelBuffer, RefusesDamagedRecords)
     {
         std::string strFile, strMessage;
     } arrCases[] = {
-        {MakeFile<CRGBA>(3, Words({2, 2, 32}) + Chunk(STREAM)), "eFormat == FORMAT"},
-        {MakeFile<CRGBA>(3, Words({3, 0, 32}) + Chunk(STREAM)), "1 nNumPixels > 0 is false"},
-        {MakeFile<CRGBA>(3, Words({3, 2, 24}) + Chunk(STREAM)), "nBitsPerPixel"},
-        {MakeFile<CRGBA>(2, Words({3, 2, 1 << 29}) + Chunk(STREAM)), "nPixelSize"},
-        {MakeFile<CRGBA>(3, Words({3, 1 << 28, 32}) + Chunk(STREAM)), "CanRead"},
-        {MakeFile<CRGBA>(3, Words({3, INT32_MAX, 32}) + Chunk(STREAM)), "MAX_SIZE"},
-        {MakeFile<CRGBA>(1, Words({3, 2, 4}) + "1234567"), "CanRead"},
-        {MakeFile<CRGBA>(3, RGBA_2 + Chunk(strBadSum)), "1 Got error -3 inflating pixel buffer."},
-        {MakeFile<CRGBA>(3, RGBA_2 + Chunk(strShort)), "1 Pixel buffer data ends 4 bytes short."},
-        {MakeFile<CRGBA>(3, Words({3, 1, 32}) + Chunk(STREAM)),
-         "1 Pixel buffer holds more data than its 4 bytes."},
-        {MakeFile<CRGBA>(3, RGBA_2 + Chunk(STREAM + std::string(1006, '\0'))), "CHUNK_SIZE"},
-        {MakeFile<CRGBA>(3, RGBA_2 + Words({19}) + STREAM.substr(0, 18)), "CanRead"},
-        {MakeFile<CSGPixBuff_RGBA_S3TC_DXT5>(3, Words({8, 8, 8}) + Chunk(STREAM)),
+        {MakeFile<CRGBA>(3, I({2, 2, 32}) + S(STREAM)), "eFormat == FORMAT"},
+        {MakeFile<CRGBA>(3, I({3, 0, 32}) + S(STREAM)), "1 nNumPixels > 0 is false"},
+        {MakeFile<CRGBA>(3, I({3, 2, 24}) + S(STREAM)), "nBitsPerPixel"},
+        {MakeFile<CRGBA>(2, I({3, 2, 1 << 29}) + S(STREAM)), "nPixelSize"},
+        {MakeFile<CRGBA>(3, I({3, 1 << 28, 32}) + S(STREAM)), "CanRead"},
+        {MakeFile<CRGBA>(3, I({3, INT32_MAX, 32}) + S(STREAM)), "MAX_SIZE"},
+        {MakeFile<CRGBA>(1, I({3, 2, 4}) + "1234567"), "CanRead"},
+        {MakeFile<CRGBA>(3, RGBA_2 + S(strBadSum)), "1 Got error -3 inflating pixel buffer."},
+        {MakeFile<CRGBA>(3, RGBA_2 + S(strShort)), "1 Pixel buffer data ends 4 bytes short."},
+        {MakeFile<CRGBA>(3, I({3, 1, 32}) + S(STREAM)), "1 Pixel buffer holds more data than its 4 bytes."},
+        {MakeFile<CRGBA>(3, RGBA_2 + S(STREAM + std::string(1006, '\0'))), "CHUNK_SIZE"},
+        {MakeFile<CRGBA>(3, RGBA_2 + I({19}) + STREAM.substr(0, 18)), "CanRead"},
+        {MakeFile<CSGPixBuff_RGBA_S3TC_DXT5>(3, I({8, 8, 8}) + S(STREAM)),
          "1 Size must be multiple of 16 for this format (Dimensions must be multiples of 4)"},
-        {MakeFile<CSGPixBuff_PVR>(3, Words({3, 16, 32}) + Chunk(STREAM)), "1 Unexpected eFormat 3"},
-        {MakeFile<CSGPixBuff_PVR>(3, Words({12, 16, 4}) + Chunk(STREAM)),
+        {MakeFile<CSGPixBuff_PVR>(3, I({3, 16, 32}) + S(STREAM)), "1 Unexpected eFormat 3"},
+        {MakeFile<CSGPixBuff_PVR>(3, I({12, 16, 4}) + S(STREAM)),
          "1 nNumPixels must be at least 64 for this format"},
     };
     for (const auto& [strFile, strMessage] : arrCases)
     {
-        CLogCapture objLog;
-        EXPECT_FALSE(Load<CSGPixelBuffer>(strFile)) << strMessage;
-        EXPECT_TRUE(objLog.Contains(strMessage)) << strMessage << " not in " << objLog.GetLines().front();
+        ExpectRefused(strFile, strMessage);
     }
 }
 
@@ -220,7 +213,7 @@ TEST(CSGPixelBuffer, WritesOneZlibStreamInChunksOf1024Bytes)
         std::minstd_rand objRandom;
         std::ranges::generate(spBuffer->EditData(), [&] { return static_cast<uint8_t>(objRandom() >> 16); });
         const std::string strFile = Save(spBuffer.get());
-        const std::string strHeader = MakeFile<CSGPixBuff_L8>(3, Words({PIXEL_FORMAT_L8, nPixels, 8}));
+        const std::string strHeader = MakeFile<CSGPixBuff_L8>(3, I({PIXEL_FORMAT_L8, nPixels, 8}));
         ASSERT_TRUE(strFile.starts_with(strHeader));
         std::string strStream;
         uint32_t uiLength = 0;

@@ -1,9 +1,9 @@
 // Textures: levels, drawing, records, and textures that are kept by name.
 
-#include "TextureTestFile.h"
-
 #include "qdscenegraph/texture/CSGPixBuff_Bytes.h"
+#include "qdscenegraph/texture/CSGTex_2D.h"
 #include "qdscenegraph/texture/CSGTextureFromPool.h"
+#include "support/NestTestFile.h"
 
 #include <cmath>
 #include <cstring>
@@ -41,18 +41,15 @@ CColor Letter(char c)
     return {f, f, f, 1.0f};
 }
 
-const SGStreamableType* TEXTURE = CSGTexture::GetStaticSGStreamableType();
-const SGStreamableType* TEX_2D = CSGTex_2D::GetStaticSGStreamableType();
-const SGStreamableType* FROM_POOL = CSGTextureFromPool::GetStaticSGStreamableType();
-const SGStreamableType* BUFFER_L8 = CSGPixBuff_L8::GetStaticSGStreamableType();
-const SGStreamableType* BUFFER = CSGPixelBuffer::GetStaticSGStreamableType();
+const auto TEXTURE = TypeOf<CSGTexture>(), TEX_2D = TypeOf<CSGTex_2D>(), BUFFER_L8 = TypeOf<CSGPixBuff_L8>(),
+           BUFFER = TypeOf<CSGPixelBuffer>();
 
 // A texture of the given base record, and its buffer of 6 pixels without compression.
 std::string MakeTextureFile(int32_t nVersion, const std::string& rBase, const std::string& rSize)
 {
-    return MakeNest({{TEX_2D, 1}, {TEXTURE, nVersion}, {BUFFER_L8, 1}, {BUFFER, 1}},
-                    {{TEX_2D, rBase + Words({1}) + rSize},
-                     {BUFFER_L8, Words({PIXEL_FORMAT_L8, 6, 1}) + "\x01\x02\x03\x04\x05\x06"}});
+    return MakeNest({TEX_2D, {TEXTURE, nVersion}, BUFFER_L8, BUFFER},
+                    {{TEX_2D, rBase + I({1}) + rSize},
+                     {BUFFER_L8, I({PIXEL_FORMAT_L8, 6, 1}) + "\x01\x02\x03\x04\x05\x06"}});
 }
 
 } // namespace
@@ -178,55 +175,57 @@ TEST(CSGTex_2D, MarksWhatDidNotLoadInMagentaAndBlack)
 
 TEST(CSGTex_2D, ReadsRecordsOfEveryVersionAndWritesTheLatest)
 {
-    const std::string strSize = Words({3, 2, 1});
-    const std::string strBase2 = "\x01" + Words({2});
-    const auto spTexture = Load<CSGTex_2D>(MakeTextureFile(1, Words({7, 2}), strSize));
+    const std::string strSize = I({3, 2, 1});
+    const std::string strBase2 = "\x01" + I({2});
+    const auto spTexture = Load<CSGTex_2D>(MakeTextureFile(1, I({7, 2}), strSize));
     ASSERT_TRUE(spTexture);
     EXPECT_TRUE(spTexture->ShouldAutoGenMipMapLevels() && !spTexture->HasChanged());
     EXPECT_EQ(spTexture->GetChangeFrequency(), CSGTexture::CHANGE_FREQ_OFTEN);
     EXPECT_EQ(Draw(*spTexture), "abc/def");
     const std::string strSaved = Save(spTexture.get());
-    EXPECT_NE(strSaved.find(Guid(TEX_2D) + strBase2 + Words({1}) + strSize + Guid(BUFFER_L8)),
-              std::string::npos);
+    EXPECT_NE(strSaved.find(G(TEX_2D) + strBase2 + I({1}) + strSize + G(BUFFER_L8)), std::string::npos);
     EXPECT_EQ(strSaved, Save(Load<CSGTex_2D>(strSaved).get()));
 
     CLogCapture objLog;
-    EXPECT_TRUE(Load<CSGTex_2D>(MakeTextureFile(-1, Words({0, 0}), strSize)));
+    EXPECT_TRUE(Load<CSGTex_2D>(MakeTextureFile(-1, I({0, 0}), strSize)));
     EXPECT_TRUE(objLog.HasLine("4 Treating version -1 as version 1"));
-    EXPECT_FALSE(Load<CSGTex_2D>(MakeTextureFile(3, strBase2, strSize)));
-    EXPECT_TRUE(objLog.HasLine("1 Unexpected version 3 of CSGTexture."));
-
+    ExpectRefused(MakeTextureFile(3, strBase2, strSize), "1 Unexpected version 3 of CSGTexture.");
     const struct
     {
         std::string strSize, strMessage;
-    } arrRefused[] = {
-        {Words({7, 1, 1}), "1 A buffer of 6 bytes is too small for 7 x 1 pixels and levels: 1."},
-        {Words({3, 2, 2}), "1 A buffer of 6 bytes is too small for 3 x 2 pixels and levels: 2."},
-        {Words({65537, 1, 1}), "nWidth"},
-        {Words({3, 0, 1}), "nHeight"},
-        {Words({3, 2, 257}), "nLevels"}};
+    } arrRefused[] = {{I({7, 1, 1}), "1 A buffer of 6 bytes is too small for 7 x 1 pixels and levels: 1."},
+                      {I({3, 2, 2}), "1 A buffer of 6 bytes is too small for 3 x 2 pixels and levels: 2."},
+                      {I({65537, 1, 1}), "nWidth"},
+                      {I({3, 0, 1}), "nHeight"},
+                      {I({3, 2, 257}), "nLevels"}};
     for (const auto& [strRefused, strMessage] : arrRefused)
     {
-        EXPECT_FALSE(Load<CSGTex_2D>(MakeTextureFile(2, strBase2, strRefused))) << strMessage;
-        EXPECT_TRUE(objLog.Contains(strMessage)) << strMessage;
+        ExpectRefused(MakeTextureFile(2, strBase2, strRefused), strMessage);
     }
-    EXPECT_FALSE(
-        Load<CSGTex_2D>(MakeNest({{TEX_2D, 1}, {TEXTURE, 2}}, {{TEX_2D, strBase2 + Words({-1, 3, 2, 1})}})));
-    EXPECT_TRUE(objLog.HasLine("1 m_spBuffer is NULL"));
+    ExpectRefused(MakeNest({TEX_2D, {TEXTURE, 2}}, {{TEX_2D, strBase2 + I({-1, 3, 2, 1})}}),
+                  "1 m_spBuffer is NULL");
 }
 
 TEST(CSGTextureFromPool, SavesItsNamesAndLoadsWithoutThePool)
 {
     const auto spTexture = CSGTextureFromPool::Create("no such pool", "walls/brick.png");
     const std::string strSaved = Save(spTexture.get());
-    const std::string strNames = Words({12}) + "no such pool" + Words({15}) + "walls/brick.png";
-    EXPECT_TRUE(strSaved.ends_with(Guid(FROM_POOL) + std::string(5, '\0') + strNames));
+    EXPECT_EQ(strSaved, MakeNest({TypeOf<CSGTextureFromPool>(), {TEXTURE, 2}},
+                                 {{TypeOf<CSGTextureFromPool>(), S("no such pool") + S("walls/brick.png")}}));
+    for (const size_t nCut : {1, 15, 19, 20})
+    {
+        ExpectRefused(strSaved.substr(0, strSaved.size() - nCut), "1 Call pStream->ReadString(");
+    }
     CLogCapture objLog;
-    const auto spLoaded = Load<CSGTextureFromPool>(strSaved);
+    auto spLoaded = Load<CSGTextureFromPool>(strSaved);
     ASSERT_TRUE(spLoaded);
     EXPECT_TRUE(
         objLog.HasLine("4 There is no texture pool 'no such pool' for the texture 'walls/brick.png'."));
     EXPECT_TRUE(spLoaded->GetSourceName() == "walls/brick.png" &&
                 spLoaded->GetLayout() == CSGTextureLayout());
     EXPECT_TRUE(objLog.HasLine("1 m_spTexture is NULL"));
+    const CSGWeakPtr<CSGTexture> wpTexture(spLoaded.get());
+    EXPECT_EQ(wpTexture.Lock(), spLoaded);
+    spLoaded.reset();
+    EXPECT_EQ(wpTexture.Lock(), nullptr);
 }
