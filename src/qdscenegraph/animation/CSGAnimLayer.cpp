@@ -111,7 +111,7 @@ bool CSGAnimLayer::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoa
     CMask vecNames(static_cast<size_t>(nNames));
     for (CQDCompactString& rName : vecNames)
     {
-        pStream->ReadString(rName);
+        QD_CHECK_CALL(pStream->ReadString(rName), false);
     }
     SetMask(std::move(vecNames));
     return true;

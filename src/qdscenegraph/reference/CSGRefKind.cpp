@@ -25,15 +25,18 @@ const SGStreamableRegistration<CSGATFRef_MaterialParam> s_objAnimatedMaterialPar
 const SGStreamableRegistration<CSGATFRef_TransformByName> s_objAnimatedTransformByName(0x41AF5847C5D03252, 1,
                                                                                        1);
 
-void ReadField(CStream* pStream, CQDCompactString& rField) { pStream->ReadString(rField); }
+// False when the stream does not hold the whole field.
+bool ReadField(CStream* pStream, CQDCompactString& rField) { return pStream->ReadString(rField); }
 void WriteField(CStream* pStream, const CQDCompactString& rField) { pStream->WriteString(rField); }
 CQDString ToText(const CQDCompactString& rField) { return "'" + CQDString(rField.GetView()) + "'"; }
 
 // Any number is read: one that means nothing finds nothing.
 template <class ENUM>
-void ReadField(CStream* pStream, ENUM& rField)
+bool ReadField(CStream* pStream, ENUM& rField)
 {
+    const bool bThere = pStream->CanRead(1, sizeof(int32_t));
     rField = static_cast<ENUM>(pStream->ReadInt32());
+    return bThere;
 }
 template <class ENUM>
 void WriteField(CStream* pStream, const ENUM& rField)
@@ -82,8 +85,7 @@ template <class FIND, class BASE>
 bool CSGRefKind<FIND, BASE>::ReadFromStream(CStream* pStream, CSGStreamableLoadState*)
 {
     QD_CHECK_ARG(pStream, false);
-    QD_CHECK(pStream->CanRead(1, sizeof(int32_t)), false);
-    ReadField(pStream, m_objField);
+    QD_CHECK_CALL(ReadField(pStream, m_objField), false);
     return true;
 }
 

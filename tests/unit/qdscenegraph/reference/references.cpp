@@ -260,7 +260,7 @@ TEST(ReferenceRecords, DamagedOnesAreRefused)
         {I(-1), I(1), "pStream->CanRead(nCount, sizeof(int32_t)) is false"},
         {I(1) + I(-1), I(1), "spRef is NULL"},
         {I(1) + I(0), I(1), "Unexpected (CSGStreamable*)"},
-        {I(1) + I(1), "\x01", "pStream->CanRead(1, sizeof(int32_t)) is false"},
+        {I(1) + I(1), "\x01", "Call ReadField(pStream, m_objField) failed"},
     };
     for (const auto& rCase : arrCases)
     {
