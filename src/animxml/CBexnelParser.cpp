@@ -137,8 +137,7 @@ bool CBexnelParser::ParseFile(const CQDString& rStrFilename)
         }
         if (nBytesRead == 0)
         {
-            Log(ANIM_XML, LOG_ERROR, "File %s is empty", rStrFilename);
-            return false;
+            Log(ANIM_XML, LOG_ERROR, "File %s is empty", rStrFilename); // and will not parse
         }
         QD_ASSERT(ParseLastBuffer(nBytesRead, bFinished), false);
     }

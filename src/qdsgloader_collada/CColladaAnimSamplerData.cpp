@@ -59,31 +59,27 @@ bool CColladaAnimSamplerData::LoadSources(domSampler& rSampler)
     for (const auto& rspInput : AsSpan(rSampler.getInput_array()))
     {
         const std::string_view strSemantic = Text(rspInput->getSemantic());
-        auto* pSource = CSGLoaderCollada::GetURIElement<domSource>(rspInput->getSource());
-        if (pSource == nullptr)
-        {
-            return false;
-        }
+        const daeURI& rSource = rspInput->getSource();
         bool bSet = true;
         if (strSemantic == "INPUT")
         {
-            bSet = SetSource(m_spInputValues, strSemantic, *pSource);
+            bSet = SetSource(m_spInputValues, strSemantic, rSource);
         }
         else if (strSemantic == "OUTPUT")
         {
-            bSet = SetSource(m_spOutputValues, strSemantic, *pSource);
+            bSet = SetSource(m_spOutputValues, strSemantic, rSource);
         }
         else if (strSemantic == "INTERPOLATION")
         {
-            bSet = SetSource(m_spInterpolationValues, strSemantic, *pSource);
+            bSet = SetSource(m_spInterpolationValues, strSemantic, rSource);
         }
         else if (strSemantic == "IN_TANGENT")
         {
-            bSet = SetSource(m_spInTangentValues, strSemantic, *pSource);
+            bSet = SetSource(m_spInTangentValues, strSemantic, rSource);
         }
         else if (strSemantic == "OUT_TANGENT")
         {
-            bSet = SetSource(m_spOutTangentValues, strSemantic, *pSource);
+            bSet = SetSource(m_spOutTangentValues, strSemantic, rSource);
         }
         else
         {
@@ -100,14 +96,15 @@ bool CColladaAnimSamplerData::LoadSources(domSampler& rSampler)
 
 template <class T>
 bool CColladaAnimSamplerData::SetSource(boost::intrusive_ptr<T>& rspValues, std::string_view strSemantic,
-                                        domSource& rSource)
+                                        const daeURI& rURI)
 {
     if (rspValues)
     {
         Log(QD_COLLADA, LOG_ERROR, "Already had source for %s", CQDString(strSemantic));
         return false;
     }
-    const auto spDataSource = m_rSources.GetDataSource(rSource);
+    auto* pSource = CSGLoaderCollada::GetURIElement<domSource>(rURI);
+    const auto spDataSource = pSource != nullptr ? m_rSources.GetDataSource(*pSource) : nullptr;
     if (!spDataSource)
     {
         return false;

@@ -34,8 +34,7 @@ class CColladaAnimSamplerData
     struct CKeys;
 
     template <class T>
-    bool SetSource(boost::intrusive_ptr<T>& rspValues, std::string_view strSemantic,
-                   ColladaDOM141::domSource& rSource);
+    bool SetSource(boost::intrusive_ptr<T>& rspValues, std::string_view strSemantic, const daeURI& rURI);
     bool CheckSources(int32_t nOutputCount) const;
     bool CheckCount(const CColladaDataSource& rSource, std::string_view strSemantic) const;
     bool CheckTimes() const;

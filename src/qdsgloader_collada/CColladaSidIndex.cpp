@@ -1,107 +1,110 @@
 #include "qdsgloader_collada/CColladaSidIndex.h"
 
 #include "qdsgloader_collada/CColladaDom.h"
+#include "qdsgloader_collada/CDaeDatabase_Ids.h"
 
 #include <algorithm>
 
 namespace
 {
 
-constexpr size_t NONE = static_cast<size_t>(-1);
+constexpr auto NONE = static_cast<uint32_t>(-1);
 
-// The library that the element is in: what stands in the root element.
-daeElement& GetTop(daeElement& rElement)
+// Every DAE has a database of this kind (CDaeFile).
+std::span<const daeElementRef> GetElements(DAE& rDAE)
 {
-    daeElement* pTop = &rElement;
-    for (daeElement* pAbove = pTop->getParentElement();
-         pAbove != nullptr && pAbove->getParentElement() != nullptr; pAbove = pAbove->getParentElement())
-    {
-        pTop = pAbove;
-    }
-    return *pTop;
+    return static_cast<CDaeDatabase_Ids*>(rDAE.getDatabase())->GetElements();
 }
 
 } // namespace
 
 daeElement* CColladaSidIndex::Find(daeElement& rParent, const CQDCompactString& rSid)
 {
-    size_t nParent = m_mapNumbers.Find(&rParent, NONE);
-    if (nParent == NONE)
+    if (m_vecPlaces.empty())
     {
-        AddTree(GetTop(rParent));
-        nParent = m_mapNumbers.Find(&rParent, NONE);
+        AddDocument(*rParent.getDAE());
     }
-    const size_t nSid = rSid.empty() ? NONE : m_mapSids.Find(rSid.c_str(), NONE);
-    if (nSid == NONE || nParent == NONE)
+    const uint32_t uiParent = m_mapNumbers.Find(&rParent, NONE);
+    const uint32_t uiSid = rSid.empty() ? NONE : m_mapSids.Find(rSid.c_str(), NONE);
+    if (uiSid == NONE || uiParent == NONE)
     {
         return nullptr;
     }
-    const auto [it, bNew] = m_mapFound.try_emplace({nParent, nSid});
+    const auto [it, bNew] = m_mapFound.try_emplace({uiParent, uiSid});
     if (bNew)
     {
-        it->second = Search(nParent, m_vecSids[nSid]);
+        it->second = Search(uiParent, m_vecSids[uiSid]);
     }
-    return it->second;
+    return it->second != NONE ? GetElements(*rParent.getDAE())[it->second].cast() : nullptr;
 }
 
-daeElement* CColladaSidIndex::Search(size_t nParent, const CSid& rSid) const
+uint32_t CColladaSidIndex::Search(uint32_t uiParent, const CSid& rSid) const
 {
-    const CPlace& rParent = m_vecPlaces[nParent];
-    const CPlace* pFound = nullptr;
-    for (auto it = std::ranges::upper_bound(rSid.vecNumbers, nParent);
-         it != rSid.vecNumbers.end() && *it < rParent.nEnd; ++it)
+    const auto& rNumbers = rSid.vecNumbers;
+    uint32_t uiFound = NONE;
+    for (size_t n = static_cast<size_t>(std::ranges::upper_bound(rNumbers, uiParent) - rNumbers.begin());
+         n < rNumbers.size() && rNumbers[n] < m_vecPlaces[uiParent].uiEnd; n = rSid.vecShallower[n])
     {
-        const CPlace& rPlace = m_vecPlaces[*it];
-        if (pFound == nullptr || rPlace.nDepth < pFound->nDepth)
-        {
-            pFound = &rPlace;
-        }
-        if (pFound->nDepth == rParent.nDepth + 1)
-        {
-            break;
-        }
+        uiFound = rNumbers[n];
     }
-    return pFound != nullptr ? pFound->pElement : nullptr;
+    return uiFound;
 }
 
-void CColladaSidIndex::AddTree(daeElement& rTop)
+// The elements come from the database: the DOM's own lists of children take time that grows with the square
+// of their number.
+void CColladaSidIndex::AddDocument(DAE& rDAE)
 {
-    struct CFrame
+    const auto arrElements = GetElements(rDAE);
+    m_vecPlaces.reserve(arrElements.size());
+    for (const daeElementRef& rspElement : arrElements)
     {
-        size_t nNumber;
-        daeTArray<daeElementRef> arrChildren;
-        size_t nNextChild = 0;
-    };
-    // A stack of its own: documents may be nested deeper than calls.
-    std::vector<CFrame> vecStack;
-    vecStack.push_back({AddPlace(rTop, 0), rTop.getChildren()});
-    while (!vecStack.empty())
+        const auto uiNumber = static_cast<uint32_t>(m_vecPlaces.size());
+        const uint32_t uiAbove = m_mapNumbers.Find(rspElement->getParentElement(), NONE);
+        m_vecPlaces.push_back(
+            {uiAbove, uiAbove != NONE ? m_vecPlaces[uiAbove].uiDepth + 1 : 0, uiNumber + 1});
+        m_mapNumbers.Add(rspElement.cast(), uiNumber);
+        AddSid(rspElement->getAttribute("sid"), uiNumber);
+    }
+    for (size_t n = m_vecPlaces.size(); n-- > 0;)
     {
-        CFrame& rFrame = vecStack.back();
-        if (rFrame.nNextChild == rFrame.arrChildren.getCount())
+        if (m_vecPlaces[n].uiAbove != NONE)
         {
-            m_vecPlaces[rFrame.nNumber].nEnd = m_vecPlaces.size();
-            vecStack.pop_back();
-            continue;
+            CPlace& rAbove = m_vecPlaces[m_vecPlaces[n].uiAbove];
+            rAbove.uiEnd = std::max(rAbove.uiEnd, m_vecPlaces[n].uiEnd);
         }
-        daeElement& rChild = *rFrame.arrChildren[rFrame.nNextChild++];
-        vecStack.push_back({AddPlace(rChild, vecStack.size()), rChild.getChildren()});
+    }
+    for (CSid& rSid : m_vecSids)
+    {
+        LinkShallower(rSid);
     }
 }
 
-size_t CColladaSidIndex::AddPlace(daeElement& rElement, size_t nDepth)
+void CColladaSidIndex::AddSid(const CQDCompactString& rSid, uint32_t uiNumber)
 {
-    const size_t nNumber = m_vecPlaces.size();
-    m_vecPlaces.push_back({&rElement, nDepth, nNumber});
-    m_mapNumbers.Add(&rElement, nNumber);
-    const CQDCompactString strSid(rElement.getAttribute("sid"));
-    if (!strSid.empty())
+    if (rSid.empty())
     {
-        if (m_mapSids.Add(strSid.c_str(), m_vecSids.size()))
-        {
-            m_vecSids.push_back({strSid, {}});
-        }
-        m_vecSids[m_mapSids.Find(strSid.c_str(), NONE)].vecNumbers.push_back(nNumber);
+        return;
     }
-    return nNumber;
+    if (m_mapSids.Add(rSid.c_str(), static_cast<uint32_t>(m_vecSids.size())))
+    {
+        m_vecSids.push_back({rSid, {}, {}});
+    }
+    m_vecSids[m_mapSids.Find(rSid.c_str(), NONE)].vecNumbers.push_back(uiNumber);
+}
+
+// From right to left, each follows the links behind it.
+void CColladaSidIndex::LinkShallower(CSid& rSid) const
+{
+    const auto GetDepth = [&](size_t n) { return m_vecPlaces[rSid.vecNumbers[n]].uiDepth; };
+    const size_t nCount = rSid.vecNumbers.size();
+    rSid.vecShallower.resize(nCount);
+    for (size_t n = nCount; n-- > 0;)
+    {
+        size_t nNext = n + 1;
+        while (nNext < nCount && GetDepth(nNext) >= GetDepth(n))
+        {
+            nNext = rSid.vecShallower[nNext];
+        }
+        rSid.vecShallower[n] = static_cast<uint32_t>(nNext);
+    }
 }

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,9 @@ class CDaeDatabase_Ids : public daeDatabase
     // Finds none: sids are found from the element that they belong to.
     void sidLookup(const std::string& rSID, std::vector<daeElement*>& rMatching,
                    daeDocument* pDocument) override;
+
+    // All of them, in the order of their entry: for a document that was read, its own.
+    std::span<const daeElementRef> GetElements() const { return m_arrElements; }
 
     // The old look-ups by position, in document order; each call walks all elements.
     daeUInt getTypeCount() override;

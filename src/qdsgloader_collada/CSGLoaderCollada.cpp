@@ -14,7 +14,9 @@
 #include "qdsgloader_collada/CDaeFile.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
-#include <boost/filesystem/path.hpp>
+#include <boost/filesystem/operations.hpp>
+
+#include <algorithm>
 
 namespace
 {
@@ -93,12 +95,17 @@ bool CSGLoaderCollada::LoadAnimSliceFile(const CQDString& rStrFilename)
         Log(QD_COLLADA, LOG_ERROR, "Failed to parse animation slice file \"%s\"", rStrFilename);
         return false;
     }
-    boost::filesystem::path objPath = spSliceData->GetDAEFilename();
-    if (objPath.is_relative())
+    CQDString strScene = spSliceData->GetDAEFilename();
+    const auto GetPath = [&] {
+        const boost::filesystem::path objPath(strScene);
+        return objPath.is_relative() ? objParser.GetDirectory() / objPath : objPath;
+    };
+    boost::system::error_code objError;
+    if (!boost::filesystem::is_regular_file(GetPath(), objError))
     {
-        objPath = objParser.GetDirectory() / objPath;
+        std::ranges::replace(strScene, '\\', '/'); // documents are written on Windows, too
     }
-    if (!LoadDAEFile(objPath.string()))
+    if (!LoadDAEFile(GetPath().string()))
     {
         return false;
     }

@@ -23,9 +23,10 @@ class CDaeFile;
 class CSGTextureLoader;
 class CSGTexturePool;
 
-// Reads ".dae" files. The library must be initialised (CQDSGLoaderColladaLib). All use stays on one thread.
-// The document and the geometry and materials made from it are held until the next LoadFile; every
-// LoadSceneGraph makes new nodes, which share them.
+// Reads ".dae" files, and ".anim" files, which name one of those and cut its animations. The library must be
+// initialised (CQDSGLoaderColladaLib). All use stays on one thread. The document and the geometry and
+// materials made from it are held until the next LoadFile; every LoadSceneGraph makes new nodes, which share
+// them.
 class CSGLoaderCollada final : public CSGLoader
 {
   public:

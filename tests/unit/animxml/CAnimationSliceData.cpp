@@ -2,6 +2,12 @@
 #include "animxml/CAnimationSliceData.h"
 
 #include "animxml/CXMLEltParse_DocAnimSlice.h"
+#include "animxml/CXMLEltParse_animations.h"
+#include "animxml/CXMLEltParse_animations_animation.h"
+#include "animxml/CXMLEltParse_animations_channel.h"
+#include "animxml/CXMLEltParse_animations_channelSet.h"
+#include "animxml/CXMLEltParse_animations_dae.h"
+#include "animxml/CXMLEltParse_animations_fps.h"
 #include "animxml/ParseXml.h"
 
 #include <gtest/gtest.h>
@@ -138,6 +144,27 @@ TEST(CAnimationSliceData, FaultsAreNamed)
     EXPECT_TRUE(Parse(objData, "<box/>")
                     .starts_with("<box> is not a valid top level element\n"
                                  "<box> is not valid at the top level of a document.\na.anim(1:0) - 35"));
+    EXPECT_TRUE(
+        Parse(objData, "<!-- -->\n  <animations a=''/>")
+            .starts_with("1 attributes specified for <animations> that takes no attributes.\n"
+                         "Child element <animations> failed to handle attributes.\na.anim(2:2) - 35"));
+}
+
+TEST(CAnimationSliceData, ElementsNeedAParent)
+{
+    CAnimationSliceData objData;
+    CLogCapture objLog;
+    for (const auto Create : {CXMLEltParse_animations::Create, CXMLEltParse_animations_dae::Create,
+                              CXMLEltParse_animations_fps::Create, CXMLEltParse_animations_animation::Create,
+                              CXMLEltParse_animations_channelSet::Create})
+    {
+        EXPECT_FALSE(Create(nullptr, objData));
+    }
+    EXPECT_FALSE(CXMLEltParse_animations_channel::Create(nullptr, objData));
+    EXPECT_TRUE(objData.AddChannelSet("arms", {"left", "right"}));
+    std::vector<std::string> vecLines(6, "1 Assert 'spParentParser' failed");
+    vecLines.push_back("7 AddChannelSet arms 2 ");
+    EXPECT_EQ(objLog.GetLines(), vecLines);
 }
 
 // Each set takes in the one before it ten times: what grows by the power must end soon.

@@ -6,6 +6,7 @@
 #include "animxml/CXMLEltParse_WellFormed.h"
 #include "animxml/ParseXml.h"
 
+#include <climits>
 #include <gtest/gtest.h>
 
 namespace
@@ -45,7 +46,8 @@ TEST(CBexnelParser, WellFormedOrNot)
                     {"<a>" + std::string(1017, ' ') + "</a>", "parsed"},
                     {"<a>" + std::string(2041, ' ') + "</a>", "parsed"},
                     {"<a b='" + std::string(5000, 'b') + "'/>", "parsed"},
-                    {"", "File a.anim is empty"},
+                    {"", "File a.anim is empty\nAssert 'nLen > 0' failed\n"
+                         "Assert 'ParseLastBuffer(nBytesRead, bFinished)' failed"},
                     {"<a>\n <b></c></a>", "a.anim(2:6) - 7 - mismatched tag"},
                     {"<a>\n" + std::string(1019, ' '), "a.anim(2:1019) - 3 - no element found"},
                     {"<a b='' b=''/>", "a.anim(1:8) - 8 - duplicate attribute"},
@@ -66,6 +68,9 @@ TEST(CBexnelParser, WellFormedOrNot)
         EXPECT_EQ(strResult.substr(0, rCase.strResult.size()), rCase.strResult)
             << rCase.strDocument.substr(0, 100);
     }
+    EXPECT_TRUE(ParseXml(MakeTestElement(), "<a>\n <b/>no</a>")
+                    .starts_with("Assert 'm_spCurEltParser->HandleCharData(rStrCharData)' failed\n"
+                                 "a.anim(2:5) - 35 - parsing aborted\n"));
 }
 
 TEST(CBexnelParser, FilesThatCannotBeRead)
@@ -105,6 +110,7 @@ TEST(CBexnelParser, StepsOutOfOrder)
         {!objParser.StartParsing("x.xml"), nullptr},
         {objParser.StartParsing("x.xml"), "Assert '!m_bIsParsing' failed"},
         {objParser.GetParseBuffer(0) != nullptr, "Assert 'nBufferSize > 0' failed"},
+        {objParser.GetParseBuffer(INT_MAX) != nullptr, "Assert 'pvBuffer' failed"},
         {objParser.GetParseBuffer(4) == nullptr, nullptr},
         {objParser.ParseLastBuffer(0, true), "Assert 'nLen > 0' failed"},
         {objParser.ParseLastBuffer(5, true), "Assert 'nLen <= m_nBufferSize' failed"},

@@ -366,17 +366,27 @@ TEST(ColladaAnimation, SamplersThatDoNotFit)
                           "1 Failed to load " + strSampler + " referenced by <channel id=\"box/move.X\">."}));
     }
     for (const auto& [strInputs, strLine] : std::vector<std::pair<std::string, std::string>>{
-             {"<input semantic='TCB' source='#f'/>",
+             {"<input semantic='TCB' source='#none'/>",
               "4 Ignoring <input> with unknown semantic TCB in <sampler>"},
              {"<input semantic='INPUT' source='#f'/><input semantic='INPUT' source='#f'/>",
               "1 Already had source for INPUT"},
              {"<input semantic='INTERPOLATION' source='#f'/>",
               "1 Got data source of invalid type 1 CCDS_FloatArray for INTERPOLATION"},
-             {"<input semantic='INPUT' source='#none'/>", "1 Failed to find element named \"none\"."}})
+             {"<input semantic='INPUT' source='#none'/>", "1 Failed to find element named \"none\"."},
+             {"<input semantic='INPUT' source='#f2'/><input semantic='OUTPUT' source='#f'/><input "
+              "semantic='INTERPOLATION' source='#n'/>",
+              "1 Input had 2 primitives per value.  Expected 1."},
+             {"<input semantic='INPUT' source='#f'/><input semantic='OUTPUT' source='#f'/><input "
+              "semantic='INTERPOLATION' source='#n2'/>",
+              "1 Interpolation values had 2 primitives per value.  Expected 1."},
+             {"<input semantic='INPUT' source='#f0'/><input semantic='OUTPUT' source='#f'/><input "
+              "semantic='INTERPOLATION' source='#n'/>",
+              "1 Data didn't have at least 1 value."}})
     {
-        const CAnimatedScene objScene(
-            Document("<animation>" + Source("f", "0 1", 1) + "<sampler id='s'>" + strInputs +
-                     "</sampler><channel source='#s' target='box/move.X'/></animation>"));
+        const CAnimatedScene objScene(Document(
+            "<animation>" + Source("f", "0 1", 1) + Source("f2", "0 1", 2) + Source("f0", "", 1) +
+            Source("n", "STEP", 1, "Name") + Source("n2", "STEP STEP", 2, "Name") + "<sampler id='s'>" +
+            strInputs + "</sampler><channel source='#s' target='box/move.X'/></animation>"));
         EXPECT_EQ(objScene.m_objLog.GetLines().front(), strLine);
     }
 }
@@ -496,6 +506,7 @@ TEST(ColladaAnimation, AnimationsDocument)
     EXPECT_EQ(objLog.GetLines().back(), "1 Failed to load all animations");
     EXPECT_FALSE(spLoader->LoadDefaultAnimation());
 
+    EXPECT_TRUE(Load(".\\scene.dae", "")); // as on Windows
     EXPECT_FALSE(Load("other.dae", ""));
     EXPECT_FALSE(Load("scene.dae", "<animation startFrame='1'/>"));
     EXPECT_TRUE(objLog.HasLine("1 Failed to parse animation slice file \"" + strName + "\""));
