@@ -9,6 +9,9 @@
 #include "qdscenegraph/geometry/CSGGeom_Quads.h"
 #include "qdscenegraph/geometry/CSGGeom_Triangles.h"
 #include "qdscenegraph/geometry/CSGVertexBuffer.h"
+#include "qdscenegraph/skin/CSGSkinBinding.h"
+
+#include <algorithm>
 
 namespace
 {
@@ -16,7 +19,18 @@ namespace
 struct PySGGeomBinding
 {
     PyObject_HEAD boost::intrusive_ptr<CSGGeomBinding> m_spBinding;
+    // Its skin on the node that it was asked from; null without one.
+    boost::intrusive_ptr<CSGSkinBinding> m_spSkinBinding;
 };
+
+void PySGGeomBinding_dealloc(PyObject* pySelf)
+{
+    if (pySelf != nullptr)
+    {
+        std::destroy_at(&PyField(pySelf, &PySGGeomBinding::m_spSkinBinding));
+    }
+    PyWrapper_dealloc<&PySGGeomBinding::m_spBinding>(pySelf);
+}
 
 CSGGeomBinding* GetBinding(PyObject* pySelf)
 {
@@ -33,20 +47,17 @@ PyObject* PySGGeomBinding_repr(PyObject* pySelf)
                                                                             : "<qdsg.SGGeomBinding - Empty>");
 }
 
-// A list with a tuple of nFloats floats for each vertex; components that the format does not have are 0.
-PyObject* BuildVertexList(const CSGVertexBuffer& rVertexBuffer, const CSGVertexFormat::CMember& rMember,
-                          int32_t nFloats)
+// A list with a tuple of nFloats floats for each vertex. Vertices are uiStride floats apart and begin with
+// nStored floats; what is missing is 0.
+PyObject* BuildVertexList(std::span<const float> spnData, size_t uiStride, int32_t nStored, int32_t nFloats)
 {
-    const std::span<const float> spnData = rVertexBuffer.GetData();
-    const auto uiStride = static_cast<size_t>(rVertexBuffer.GetFormat().GetFloatsPerVertex());
-    const auto uiOffset = static_cast<size_t>(rMember.m_nOffset);
-    const int32_t nVertices = rVertexBuffer.GetNumVertices();
+    const auto nVertices = static_cast<Py_ssize_t>((spnData.size() + uiStride - 1) / uiStride);
     PyRef spList(PyList_New(nVertices));
     if (!spList)
     {
         return PyRaise(PyExc_MemoryError, "Failed to create a new vertices list.");
     }
-    for (int32_t nVertex = 0; nVertex < nVertices; ++nVertex)
+    for (Py_ssize_t nVertex = 0; nVertex < nVertices; ++nVertex)
     {
         PyObject* pyTuple = PyTuple_New(nFloats);
         if (pyTuple == nullptr)
@@ -54,11 +65,10 @@ PyObject* BuildVertexList(const CSGVertexBuffer& rVertexBuffer, const CSGVertexF
             return nullptr;
         }
         PyList_SET_ITEM(spList.get(), nVertex, pyTuple);
-        const float* pVertex = &spnData[static_cast<size_t>(nVertex) * uiStride + uiOffset];
+        const float* pVertex = &spnData[static_cast<size_t>(nVertex) * uiStride];
         for (int32_t n = 0; n < nFloats; ++n)
         {
-            PyObject* pyFloat =
-                PyFloat_FromDouble(n < rMember.m_nFloats ? static_cast<double>(pVertex[n]) : 0.0);
+            PyObject* pyFloat = PyFloat_FromDouble(n < nStored ? static_cast<double>(pVertex[n]) : 0.0);
             if (pyFloat == nullptr)
             {
                 return nullptr;
@@ -69,9 +79,20 @@ PyObject* BuildVertexList(const CSGVertexBuffer& rVertexBuffer, const CSGVertexF
     return spList.release();
 }
 
+PyObject* BuildMemberList(const CSGVertexBuffer& rVertexBuffer, const CSGVertexFormat::CMember& rMember,
+                          int32_t nFloats)
+{
+    const std::span<const float> spnData = rVertexBuffer.GetData();
+    const auto uiOffset = static_cast<size_t>(rMember.m_nOffset);
+    return BuildVertexList(spnData.subspan(std::min(uiOffset, spnData.size())),
+                           static_cast<size_t>(rVertexBuffer.GetFormat().GetFloatsPerVertex()),
+                           rMember.m_nFloats, nFloats);
+}
+
+constexpr int32_t COMPONENTS = 3; // of a position
+
 PyObject* GetVertices(PyObject* pySelf, void*)
 {
-    constexpr int32_t COMPONENTS = 3;
     const CSGGeomBinding* pBinding = GetBinding(pySelf);
     if (pBinding == nullptr)
     {
@@ -79,7 +100,35 @@ PyObject* GetVertices(PyObject* pySelf, void*)
     }
     const CSGVertexBuffer& rVertexBuffer = *pBinding->GetVertexBuffer();
     const auto* pMember = rVertexBuffer.GetFormat().FindLowestMember(CSGVertexFormat::MEMBER_POSITION);
-    return pMember != nullptr ? BuildVertexList(rVertexBuffer, *pMember, COMPONENTS) : PyList_New(0);
+    return pMember != nullptr ? BuildMemberList(rVertexBuffer, *pMember, COMPONENTS) : PyList_New(0);
+}
+
+PyObject* GetSkinnedVertices(PyObject* pySelf, void*)
+{
+    if (GetBinding(pySelf) == nullptr)
+    {
+        return nullptr;
+    }
+    const CSGSkinBinding* pSkinBinding = PyField(pySelf, &PySGGeomBinding::m_spSkinBinding).get();
+    if (pSkinBinding == nullptr)
+    {
+        Py_RETURN_NONE;
+    }
+    for (int32_t nJoint = 0; nJoint < pSkinBinding->GetNumJoints(); ++nJoint)
+    {
+        // The tree is gone, or was saved without the joint. One without a name stands for the bind shape.
+        const CQDCompactString& rName = pSkinBinding->GetSkin()->GetJoint(nJoint)->GetLocalName();
+        if (!rName.empty() && !pSkinBinding->GetJointNode(nJoint))
+        {
+            return PyRaise(PyExc_ValueError, "The skin's joint '%s' has no node.", rName);
+        }
+    }
+    std::vector<float> vecPositions;
+    if (!pSkinBinding->ComputeSkinnedVertices(vecPositions))
+    {
+        return PyRaise(PyExc_ValueError, "Failed to compute the skinned vertices.");
+    }
+    return BuildVertexList(vecPositions, COMPONENTS, COMPONENTS, COMPONENTS);
 }
 
 template <CSGVertexFormat::EMember MEMBER>
@@ -96,7 +145,7 @@ PyObject* GetMember(PyObject* pySelf, void*)
     {
         Py_RETURN_NONE;
     }
-    return BuildVertexList(rVertexBuffer, *pMember, pMember->m_nFloats);
+    return BuildMemberList(rVertexBuffer, *pMember, pMember->m_nFloats);
 }
 
 // The wrapper of the geometry's kind; None for a kind that Python has no type for (lines).
@@ -150,25 +199,32 @@ PyGetSetDef s_arrGetSets[] = {
                     "List of tuples of vertex texture coordinates, or None"),
     PyCompat_GetSet("colors", GetMember<CSGVertexFormat::MEMBER_COLOR>,
                     "List of tuples of vertex colors, or None"),
+    PyCompat_GetSet("skinned_vertices", GetSkinnedVertices,
+                    "List of 3-tuples of vertex positions at the current pose, or None"),
     {}};
 
 } // namespace
 
-PyTypeObject PySGGeomBinding_Type =
-    PyCompat_MakeType({.szName = "qdsg.SGGeomBinding",
-                       .nSize = sizeof(PySGGeomBinding),
-                       .fnDealloc = PyWrapper_dealloc<&PySGGeomBinding::m_spBinding>,
-                       .szDoc = "qdsg SGGeomBinding objects",
-                       .fnRepr = PySGGeomBinding_repr,
-                       .arrMethods = s_arrMethods,
-                       .arrGetSets = s_arrGetSets});
+PyTypeObject PySGGeomBinding_Type = PyCompat_MakeType({.szName = "qdsg.SGGeomBinding",
+                                                       .nSize = sizeof(PySGGeomBinding),
+                                                       .fnDealloc = PySGGeomBinding_dealloc,
+                                                       .szDoc = "qdsg SGGeomBinding objects",
+                                                       .fnRepr = PySGGeomBinding_repr,
+                                                       .arrMethods = s_arrMethods,
+                                                       .arrGetSets = s_arrGetSets});
 
-PyObject* PySGGeomBinding_create(CSGGeomBinding* pBinding)
+PyObject* PySGGeomBinding_create(CSGGeomBinding* pBinding, CSGSkinBinding* pSkinBinding)
 {
     if (pBinding == nullptr)
     {
         return PyLogAndRaise(PyExc_ValueError, "Handed in NULL binding.");
     }
-    return PyWrapper_create(PySGGeomBinding_Type, &PySGGeomBinding::m_spBinding, pBinding,
-                            "Failed to create a new PySGGeomBinding.");
+    PyObject* pyBinding = PyWrapper_create(PySGGeomBinding_Type, &PySGGeomBinding::m_spBinding, pBinding,
+                                           "Failed to create a new PySGGeomBinding.");
+    if (pyBinding != nullptr)
+    {
+        // What is allocated is zeroed: a link to nothing.
+        PyField(pyBinding, &PySGGeomBinding::m_spSkinBinding) = pSkinBinding;
+    }
+    return pyBinding;
 }

@@ -13,6 +13,7 @@
 #include "qdscenegraph/light/CSGData_LightSet.h"
 #include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/optimize/CSGOptimizer.h"
+#include "qdscenegraph/skin/CSGData_SkinBindingSet.h"
 #include "qdscenegraph/transform/CSGData_WorldTransform.h"
 
 #include <ranges>
@@ -126,7 +127,14 @@ PyObject* GetGeomBindings(PyObject* pySelf, void*)
     const auto rngBindings =
         std::views::iota(0, pGeomList != nullptr ? pGeomList->GetNumBindings() : 0) |
         std::views::transform([pGeomList](int32_t n) { return pGeomList->GetBinding(n); });
-    return PyList_of(rngBindings, &PySGGeomBinding_create, "Failed to create a new children list.");
+    const auto* pSkins = pNode->FindData<CSGData_SkinBindingSet>();
+    return PyList_of(
+        rngBindings,
+        [pSkins](CSGGeomBinding* pBinding) {
+            return PySGGeomBinding_create(pBinding,
+                                          pSkins != nullptr ? pSkins->FindBinding(pBinding) : nullptr);
+        },
+        "Failed to create a new children list.");
 }
 
 PyObject* GetWorldTransform(PyObject* pySelf, void*)

@@ -3,6 +3,9 @@
 #include "pyqdsg/PySGAnimation.h"
 #include "pyqdsg/PySGNode.h"
 #include "pyqdsg/PySupport.h"
+#include "qdscenegraph/node/CSGCopyData.h"
+
+#include <ranges>
 
 namespace
 {
@@ -21,6 +24,19 @@ bool GetAnimations(const CSGResourceSet& rResourceSet, std::vector<CSGAnimation*
         return false;
     }
     return true;
+}
+
+// A string of a list. False with an exception for anything else.
+bool GetString(PyObject* pyList, Py_ssize_t nItem, CQDString& rText)
+{
+    PyObject* pyItem = PyList_GetItem(pyList, nItem);
+    if (pyItem == nullptr || !PyText_Check(pyItem))
+    {
+        PyErr_Clear();
+        PyRaise(PyExc_ValueError, "Expected a string.");
+        return false;
+    }
+    return PyText_AsString(pyItem, rText);
 }
 
 PyObject* PySGResourceSet_repr(PyObject*) { return PyText_FromString("<qdsg.SGResourceSet>"); }
@@ -53,6 +69,158 @@ PyObject* GetAnimations(PyObject* pySelf, void*)
         return nullptr;
     }
     return PyList_of(vecAnimations, &PySGAnimation_create, "Failed to create a new list for animations.");
+}
+
+// Adds a copy of each named node to a set with a skeleton, bound to that skeleton. False with an exception on
+// failure.
+bool AddGeometries(const CSGResourceSet& rFrom, PyObject* pyNames, CSGCopyData* pSkeletonCopy,
+                   CSGResourceSet* spNewResourceSet)
+{
+    for (Py_ssize_t n = 0; n < PyList_GET_SIZE(pyNames); ++n)
+    {
+        CQDString strName;
+        if (!GetString(pyNames, n, strName))
+        {
+            return false;
+        }
+        Log(PY_QDSG, LOG_INFO, "~~~~~~~~~~~~~~~~testing 2 %s", strName);
+        const CSGNode::CNodePtr spAddGeom = rFrom.GetNodeInSkinBinding(strName, pSkeletonCopy);
+        if (!spAddGeom)
+        {
+            Log(PY_QDSG, LOG_ERROR, "~~~spAddGeom is null for %s", strName);
+        }
+        QD_CHECK_CALL(spNewResourceSet->AddTopLevelNode(spAddGeom.get()),
+                      (PyRaise(PyExc_ValueError, "AddTopLevelNode Failed."), false));
+    }
+    return true;
+}
+
+// The set of the skeleton, the named nodes (null for none) and the animations.
+PyObject* BuildSkeleton(PyObject* pySelf, PyObject* pyNames, const char* szAnimationFailure)
+{
+    const CSGResourceSet* pResourceSet = GetResourceSet(pySelf);
+    if (pResourceSet == nullptr)
+    {
+        return nullptr;
+    }
+    if (pResourceSet->GetFirstNode() == nullptr)
+    {
+        return PyRaise(PyExc_ValueError, "Had NULL scene graph for this resource set");
+    }
+    CSGCopyData objCopyData;
+    const CSGNode::CNodePtr spSkeleton = pResourceSet->GetSkeletonNode(&objCopyData);
+    if (!spSkeleton)
+    {
+        return PyRaise(PyExc_ValueError, "unable to get a skeleton from the first node in the resource set");
+    }
+    const boost::intrusive_ptr<CSGResourceSet> spNewResourceSet = CSGResourceSet::Create();
+    if (!spNewResourceSet)
+    {
+        return PyRaise(PyExc_ValueError, "unable to create a new resource set");
+    }
+    spNewResourceSet->SetUpAxis(pResourceSet->GetUpAxis());
+    if (!spNewResourceSet->AddTopLevelNode(spSkeleton.get()))
+    {
+        return PyRaise(PyExc_ValueError, "failed to add the skeleton to the resource set");
+    }
+    if (pyNames != nullptr && !AddGeometries(*pResourceSet, pyNames, &objCopyData, spNewResourceSet.get()))
+    {
+        return nullptr;
+    }
+    std::vector<CSGAnimation*> vecAnimations;
+    if (!GetAnimations(*pResourceSet, vecAnimations))
+    {
+        return nullptr;
+    }
+    for (CSGAnimation* pAnimation : vecAnimations)
+    {
+        Log(PY_QDSG, LOG_INFO, "adding animation %s", pAnimation->GetName());
+        const CSGAnimation::CAnimationPtr spAnimation = pAnimation->GetForTree(spSkeleton.get());
+        if (!spNewResourceSet->AddTopLevelNode(spAnimation.get()))
+        {
+            return PyRaise(PyExc_ValueError, "%s", szAnimationFailure);
+        }
+    }
+    return PySGResourceSet_create(spNewResourceSet);
+}
+
+PyObject* GetSkeleton(PyObject* pySelf, void*)
+{
+    // The spelling is known to scripts.
+    return BuildSkeleton(pySelf, nullptr, "failed to dd the animation to the resource set");
+}
+
+PyObject* PySGResourceSet_get_skeleton_ignore_geoms(PyObject* pySelf, PyObject* pyArgs)
+{
+    if (GetResourceSet(pySelf) == nullptr)
+    {
+        return nullptr;
+    }
+    PyObject* pyNames = nullptr;
+    if (!PyArg_ParseTuple(pyArgs, "O!:list", &PyList_Type, &pyNames))
+    {
+        return PyRaise(PyExc_ValueError, "Failed to parse arguments.");
+    }
+    return BuildSkeleton(pySelf, pyNames, "failed to add the animation to the resource set");
+}
+
+PyObject* PySGResourceSet_get_franken_part(PyObject* pySelf, PyObject* pyArgs)
+{
+    const CSGResourceSet* pResourceSet = GetResourceSet(pySelf);
+    if (pResourceSet == nullptr)
+    {
+        return nullptr;
+    }
+    std::optional<CQDString> strNodeName;
+    if (!PyArg_ParseTuple(pyArgs, "|O&:get_franken_part", PyArg_ConvertText, &strNodeName))
+    {
+        return PyRaise(PyExc_ValueError, "Failed to parse arguments.");
+    }
+    if (!strNodeName)
+    {
+        return PyRaise(PyExc_ValueError, "Got NULL global node name.");
+    }
+    const boost::intrusive_ptr<CSGResourceSet> spPart = pResourceSet->GetSkinnedSubResourceSet(*strNodeName);
+    if (!spPart)
+    {
+        return PyRaise(PyExc_ValueError, "failed to call GetSkinnedSubResourceSet.");
+    }
+    return PySGResourceSet_create(spPart);
+}
+
+PyObject* PySGResourceSet_get_franken_parts(PyObject* pySelf, PyObject* pyArgs)
+{
+    const CSGResourceSet* pResourceSet = GetResourceSet(pySelf);
+    if (pResourceSet == nullptr)
+    {
+        return nullptr;
+    }
+    PyObject* pyNames = nullptr;
+    if (!PyArg_ParseTuple(pyArgs, "O!:get_franken_parts", &PyList_Type, &pyNames))
+    {
+        return PyRaise(PyExc_ValueError, "Failed to parse arguments.");
+    }
+    std::vector<CQDCompactString> vecNodeNames;
+    for (Py_ssize_t nItem = 0; nItem < PyList_GET_SIZE(pyNames); ++nItem)
+    {
+        Log(PY_QDSG, LOG_INFO, "Getting item %d", static_cast<int>(nItem));
+        CQDString strNodeName;
+        if (!GetString(pyNames, nItem, strNodeName))
+        {
+            return nullptr;
+        }
+        QD_CHECK(!strNodeName.empty(), PyRaise(PyExc_ValueError, "Expected a string."));
+        Log(PY_QDSG, LOG_INFO, "Pushing '%s'", strNodeName);
+        vecNodeNames.emplace_back(strNodeName);
+    }
+    Log(PY_QDSG, LOG_INFO, "Calling GetSkinnedSubResourceSets");
+    std::vector<boost::intrusive_ptr<CSGResourceSet>> vecParts;
+    if (!pResourceSet->GetSkinnedSubResourceSets(vecNodeNames, vecParts))
+    {
+        return PyRaise(PyExc_ValueError, "failed to call GetSkinnedSubResourceSets.");
+    }
+    return PyList_of(vecParts | std::views::transform([](const auto& spPart) { return spPart.get(); }),
+                     &PySGResourceSet_create, "Failed to create a new list for resource sets.");
 }
 
 PyObject* PySGResourceSet_rename_node(PyObject* pySelf, PyObject* pyArgs)
@@ -177,6 +345,12 @@ PyObject* PySGResourceSet_clear_animations(PyObject* pySelf, PyObject*)
 }
 
 PyMethodDef s_arrMethods[] = {
+    {"get_franken_part", PySGResourceSet_get_franken_part, METH_VARARGS,
+     "gets a franken part from a given name and this objects skeleton"},
+    {"get_franken_parts", PySGResourceSet_get_franken_parts, METH_VARARGS,
+     "gets franken parts from a list of names and this objects skeleton"},
+    {"get_skeleton_ignore_geoms", PySGResourceSet_get_skeleton_ignore_geoms, METH_VARARGS,
+     "gets the sgnode for the skeleton of the scene graph, ignores a list of geometries"},
     {"rename_node", PySGResourceSet_rename_node, METH_VARARGS,
      "Rename any node in the resource set with a particular name."},
     {"create_animations_subset", PySGResourceSet_create_animations_subset, METH_NOARGS,
@@ -190,6 +364,8 @@ PyMethodDef s_arrMethods[] = {
 PyGetSetDef s_arrGetSets[] = {
     PyCompat_GetSet("scene_graph", GetSceneGraph, "Root node of the scene graph."),
     PyCompat_GetSet("animations", GetAnimations, "returns the animations in the resource set."),
+    PyCompat_GetSet("skeleton", GetSkeleton,
+                    "gets a resource set containing just the skeleton from the resource set."),
     {}};
 
 } // namespace

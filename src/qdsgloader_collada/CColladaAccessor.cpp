@@ -99,7 +99,10 @@ bool CColladaAccessor::BuildLayout(domSource& rSource, EColladaPrimitive ePrimit
         {
             return Fail(CQDString("Unknown type ") + szType + " in");
         }
-        if (eParamPrimitive != ePrimitive)
+        // COLLADA's own samples call ids of nodes names.
+        const bool bIDsAsNames =
+            ePrimitive == EColladaPrimitive::IDRef && eParamPrimitive == EColladaPrimitive::String;
+        if (eParamPrimitive != ePrimitive && !bIDsAsNames)
         {
             return Fail(CQDString("Incorrect type ") + szType + " in");
         }

@@ -53,3 +53,5 @@ void CColladaDataSourceCache::DropSourcesOf(domAnimation& rAnimation)
 {
     EraseSources(m_mapDataSources, rAnimation);
 }
+
+void CColladaDataSourceCache::DropSourcesOf(domSkin& rSkin) { EraseSources(m_mapDataSources, rSkin); }

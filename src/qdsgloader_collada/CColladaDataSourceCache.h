@@ -18,6 +18,7 @@ class CColladaDataSourceCache
     // Lets go of the sources in the element. Those that it has borrowed from another stay.
     void DropSourcesOf(ColladaDOM141::domMesh& rMesh);
     void DropSourcesOf(ColladaDOM141::domAnimation& rAnimation);
+    void DropSourcesOf(ColladaDOM141::domSkin& rSkin);
     // Counts numbers that are made of the sources. False when those are too many for the document.
     bool TakeFromBudget(uint64_t uiPrimitives);
     void Clear() { m_mapDataSources.clear(); }

@@ -1,6 +1,7 @@
 #include "qdsgloader_collada/CColladaNodeConverter.h"
 
 #include "qdcommon/CLog.h"
+#include "qdscenegraph/node/CSGCopyData.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaLocalTransform.h"
 #include "qdsgloader_collada/CColladaNodeExtra.h"
@@ -45,6 +46,12 @@ CColladaNodeConverter::CNodePtr CColladaNodeConverter::ConvertNode(domNode& rNod
     return rEntry.eState == EState::Done ? rEntry.spNode : nullptr;
 }
 
+CSGNode* CColladaNodeConverter::FindNode(domNode& rNode) const
+{
+    const auto it = m_mapNodes.find(&rNode);
+    return it != m_mapNodes.end() ? it->second.spNode.get() : nullptr;
+}
+
 void CColladaNodeConverter::Push(domNode& rNode, CEntry& rEntry, int32_t nIndexInParent)
 {
     rEntry.eState = EState::Active;
@@ -80,7 +87,7 @@ bool CColladaNodeConverter::Begin(const CFrame& rFrame)
     rFrame.pEntry->spNode = spNode;
     Log(QD_COLLADA, LOG_DETAIL, "Created node for <node id=\"%s\">", GetIDText(rNode));
     if (!CColladaLocalTransform::Load(rNode, *spNode) || !m_objCameras.AddToNode(rNode, *spNode) ||
-        !CColladaNodeGeometry(m_rLoader, m_objIgnored).Load(rNode, *spNode) ||
+        !CColladaNodeGeometry(m_rLoader, m_objSkeletons, m_objIgnored).Load(rNode, *spNode) ||
         !m_objLights.AddToNode(rNode, *spNode))
     {
         return false;
@@ -127,13 +134,15 @@ bool CColladaNodeConverter::StepInstance(CFrame& rFrame)
             static_cast<int>(MAX_COPIED_NODES));
         return false;
     }
-    const CNodePtr spCopy = rTarget.spNode->Copy();
+    CSGCopyData objCopyData;
+    const CNodePtr spCopy = rTarget.spNode->Copy(&objCopyData);
     if (!spCopy)
     {
         Log(QD_COLLADA, LOG_ERROR, "Failed to copy node for <instance_node id=\"%s\">", GetIDText(rInstance));
         return false;
     }
-    return AddChild(*rFrame.pEntry, spCopy.get(), rTarget.nTreeSize);
+    return m_objSkeletons.AddCopies(*rTarget.spNode, objCopyData) &&
+           AddChild(*rFrame.pEntry, spCopy.get(), rTarget.nTreeSize);
 }
 
 bool CColladaNodeConverter::StepChild(CFrame& rFrame)

@@ -5,6 +5,7 @@
 #include "qdsgloader_collada/CColladaCameras.h"
 #include "qdsgloader_collada/CColladaIgnored.h"
 #include "qdsgloader_collada/CColladaLights.h"
+#include "qdsgloader_collada/CColladaSkeletons.h"
 #include "qdsgloader_collada/ColladaDomFwd.h"
 
 #include <unordered_map>
@@ -21,7 +22,12 @@ class CColladaNodeConverter
     using CNodePtr = CSGNode::CNodePtr;
 
     // The loader converts the geometry, and must outlive the converter.
-    explicit CColladaNodeConverter(CSGLoaderCollada& rLoader) : m_rLoader(rLoader) {}
+    explicit CColladaNodeConverter(CSGLoaderCollada& rLoader)
+        : m_rLoader(rLoader),
+          m_objSkeletons([this](ColladaDOM141::domNode& rNode) { return FindNode(rNode); })
+    {}
+    CColladaNodeConverter(const CColladaNodeConverter&) = delete;
+    CColladaNodeConverter& operator=(const CColladaNodeConverter&) = delete;
 
     // What nodes instance, to be called before the first node. False (reported) without memory.
     bool LoadLibraryCameras(ColladaDOM141::domCOLLADA& rRoot) { return m_objCameras.LoadLibraries(rRoot); }
@@ -29,6 +35,8 @@ class CColladaNodeConverter
     // The node with everything below it. Null on failure: the fault is reported, and after it one line for
     // each node that it takes down, from the innermost to the outermost.
     CNodePtr ConvertNode(ColladaDOM141::domNode& rNode);
+    // Binds the skins in a scene that is complete to their skeletons (CColladaSkeletons::Bind).
+    void BindSkins(CSGNode& rScene) { m_objSkeletons.Bind(rScene); }
     // Reports what was read over in all nodes so far.
     void LogIgnored() const { m_objIgnored.LogAll(); }
 
@@ -68,6 +76,8 @@ class CColladaNodeConverter
 
     // False (reported) when the child cannot be added.
     static bool AddChild(CEntry& rParent, CSGNode* pChild, int64_t nTreeSize);
+    // Null for a node that was not converted.
+    CSGNode* FindNode(ColladaDOM141::domNode& rNode) const;
     void Push(ColladaDOM141::domNode& rNode, CEntry& rEntry, int32_t nIndexInParent);
     void LogFailure() const;
 
@@ -78,4 +88,5 @@ class CColladaNodeConverter
     CColladaIgnored m_objIgnored;
     CColladaCameras m_objCameras;
     CColladaLights m_objLights;
+    CColladaSkeletons m_objSkeletons;
 };

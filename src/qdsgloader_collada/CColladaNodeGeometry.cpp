@@ -2,60 +2,20 @@
 
 #include "qdcommon/CLog.h"
 #include "qdsgloader_collada/CColladaBindMaterial.h"
+#include "qdsgloader_collada/CColladaController.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaGeometrySet.h"
 #include "qdsgloader_collada/CColladaInstance.h"
+#include "qdsgloader_collada/CColladaSkeletons.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 
-namespace
-{
-
-// Real chains are a skin on a morph or the other way round. A chain without end leads nowhere, and neither
-// does a long one.
-constexpr int MAX_CHAINED_CONTROLLERS = 16;
-
-// The geometry at the start of a chain of skins and morphs; null (reported) when it leads nowhere.
-domGeometry* FindSourceGeometry(domController& rController)
-{
-    domController* pController = &rController;
-    for (int n = 0; n < MAX_CHAINED_CONTROLLERS; ++n)
-    {
-        domSkin* pSkin = pController->getSkin();
-        domMorph* pMorph = pController->getMorph();
-        if (pSkin == nullptr && pMorph == nullptr)
-        {
-            Log(QD_COLLADA, LOG_ERROR, "<controller id=\"%s\"> had neither a <skin> nor a <morph>",
-                GetIDText(*pController));
-            return nullptr;
-        }
-        const daeURI& rSource = pSkin != nullptr ? pSkin->getSource() : pMorph->getSource();
-        daeElement* pElement = CSGLoaderCollada::FindURIElement(rSource, domGeometry::ID());
-        if (pElement != nullptr && pElement->typeID() == domGeometry::ID())
-        {
-            return static_cast<domGeometry*>(pElement);
-        }
-        if (pElement == nullptr || pElement->typeID() != domController::ID())
-        {
-            Log(QD_COLLADA, LOG_ERROR, "Reference to unknown geometry in <%s id=\"%s\">",
-                pSkin != nullptr ? "skin" : "morph", GetIDText(*pController));
-            return nullptr;
-        }
-        pController = static_cast<domController*>(pElement);
-    }
-    Log(QD_COLLADA, LOG_ERROR, "<controller id=\"%s\"> leads to itself or over more than %d controllers",
-        GetIDText(rController), MAX_CHAINED_CONTROLLERS);
-    return nullptr;
-}
-
-} // namespace
-
 template <class INSTANCE>
-bool CColladaNodeGeometry::AddInstance(const INSTANCE& rInstance, domGeometry* pGeometry)
+bool CColladaNodeGeometry::AddInstance(INSTANCE& rInstance, domGeometry* pGeometry)
 {
     if (pGeometry == nullptr)
     {
-        CColladaInstance::LogIgnored(const_cast<INSTANCE&>(rInstance), rInstance.getUrl());
+        CColladaInstance::LogIgnored(rInstance, rInstance.getUrl());
         return true;
     }
     CColladaGeometrySet* pSet = m_rLoader.LoadGeometry(*pGeometry);
@@ -70,7 +30,32 @@ bool CColladaNodeGeometry::AddInstance(const INSTANCE& rInstance, domGeometry* p
     return true;
 }
 
+bool CColladaNodeGeometry::AddController(domInstance_controller& rInstance)
+{
+    auto* pElement = CSGLoaderCollada::GetURIElement<domController>(rInstance.getUrl());
+    const CColladaController objController =
+        pElement != nullptr ? m_rLoader.LoadController(*pElement) : CColladaController();
+    const size_t nNumInstances = m_vecInstances.size();
+    if (!AddInstance(rInstance, objController.m_pGeometry))
+    {
+        return false;
+    }
+    if (m_vecInstances.size() > nNumInstances)
+    {
+        m_vecInstances.back().pInstance = &rInstance;
+        m_vecInstances.back().pSkins = objController.m_spSkins.get(); // the loader keeps them
+    }
+    return true;
+}
+
 bool CColladaNodeGeometry::AddToNode(const CInstance& rInstance, CSGNode& rSGNode)
+{
+    return AddGeometryToNode(rInstance, rSGNode) &&
+           (rInstance.pSkins == nullptr ||
+            m_rSkeletons.AddSkins(*rInstance.pSkins, *rInstance.pInstance, rSGNode));
+}
+
+bool CColladaNodeGeometry::AddGeometryToNode(const CInstance& rInstance, CSGNode& rSGNode)
 {
     if (rInstance.pBindMaterial == nullptr)
     {
@@ -90,9 +75,7 @@ bool CColladaNodeGeometry::Load(domNode& rNode, CSGNode& rSGNode)
     m_vecInstances.clear();
     for (const auto& rspInstance : AsSpan(rNode.getInstance_controller_array()))
     {
-        auto* pController = CSGLoaderCollada::GetURIElement<domController>(rspInstance->getUrl());
-        domGeometry* pGeometry = pController != nullptr ? FindSourceGeometry(*pController) : nullptr;
-        if (!AddInstance(*rspInstance, pGeometry))
+        if (!AddController(*rspInstance))
         {
             return false;
         }

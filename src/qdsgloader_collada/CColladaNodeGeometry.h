@@ -8,21 +8,24 @@
 #include <vector>
 
 class CColladaGeometrySet;
+class CColladaSkeletons;
+class CColladaSkinSet;
 class CSGLoaderCollada;
 
 class CColladaNodeGeometry
 {
   public:
-    // Both must outlive it.
-    CColladaNodeGeometry(CSGLoaderCollada& rLoader, CColladaIgnored& rIgnored)
+    // All must outlive it.
+    CColladaNodeGeometry(CSGLoaderCollada& rLoader, CColladaSkeletons& rSkeletons, CColladaIgnored& rIgnored)
         : m_rLoader(rLoader),
+          m_rSkeletons(rSkeletons),
           m_rIgnored(rIgnored)
     {}
 
     // The one geometry of a node goes onto the node; of several each gets a child node named "node/geometry".
     // Either is divided by materials, see CColladaGeometrySet. Controllers count as the geometry they start
-    // from. An instance of what is not there is left out (reported). False (reported) when a geometry cannot
-    // be converted.
+    // from; their skins come with it. An instance of what is not there is left out (reported). False
+    // (reported) when a geometry cannot be converted.
     bool Load(ColladaDOM141::domNode& rNode, CSGNode& rSGNode);
 
   private:
@@ -30,14 +33,19 @@ class CColladaNodeGeometry
     {
         CColladaGeometrySet* pSet;
         ColladaDOM141::domGeometry* pGeometry;
-        const ColladaDOM141::domBind_material* pBindMaterial; // null for none
+        const ColladaDOM141::domBind_material* pBindMaterial;       // null for none
+        ColladaDOM141::domInstance_controller* pInstance = nullptr; // null for none
+        const CColladaSkinSet* pSkins = nullptr;                    // null for none
     };
 
+    bool AddController(ColladaDOM141::domInstance_controller& rInstance);
     template <class INSTANCE>
-    bool AddInstance(const INSTANCE& rInstance, ColladaDOM141::domGeometry* pGeometry);
+    bool AddInstance(INSTANCE& rInstance, ColladaDOM141::domGeometry* pGeometry);
     bool AddToNode(const CInstance& rInstance, CSGNode& rSGNode);
+    bool AddGeometryToNode(const CInstance& rInstance, CSGNode& rSGNode);
 
     CSGLoaderCollada& m_rLoader;
+    CColladaSkeletons& m_rSkeletons;
     CColladaIgnored& m_rIgnored;
     std::vector<CInstance> m_vecInstances;
 };

@@ -7,9 +7,11 @@
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdscenegraph/texture/CSGTexturePool.h"
+#include "qdsgloader_collada/CColladaController.h"
 #include "qdsgloader_collada/CColladaDataSourceCache.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaGeometrySet.h"
+#include "qdsgloader_collada/CColladaJointNames.h"
 #include "qdsgloader_collada/CColladaMaterials.h"
 #include "qdsgloader_collada/CDaeFile.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
@@ -53,6 +55,8 @@ bool CSGLoaderCollada::CanLoadFile(const CQDString& rStrFilename) const
 
 void CSGLoaderCollada::Clear()
 {
+    m_mapControllers.clear();
+    m_spJointNames.reset();
     m_mapGeometrySets.clear();
     m_mapVisualScenes.clear();
     m_spMaterials.reset();

@@ -14,11 +14,14 @@ template <class T>
 class CPointerMap;
 class CAnimationSliceData;
 class CColladaAnimChannels;
+struct CColladaController;
 class CColladaDataSourceCache;
 class CColladaGeometry;
 class CColladaGeometrySet;
+class CColladaJointNames;
 class CColladaMaterials;
 class CColladaNodeConverter;
+class CColladaSkinSet;
 class CDaeFile;
 class CSGTextureLoader;
 class CSGTexturePool;
@@ -51,6 +54,8 @@ class CSGLoaderCollada final : public CSGLoader
 
     // The pieces of a geometry, converted on first use; the loader keeps them. Null (reported) on failure.
     CColladaGeometrySet* LoadGeometry(ColladaDOM141::domGeometry& rGeometry);
+    // What the controller comes to, found and converted on first use; the loader keeps it.
+    const CColladaController& LoadController(ColladaDOM141::domController& rController);
     // The materials of the document that is loaded.
     CColladaMaterials& GetMaterials() const { return *m_spMaterials; }
 
@@ -78,6 +83,9 @@ class CSGLoaderCollada final : public CSGLoader
     // Null without a document.
     ColladaDOM141::domCOLLADA* GetRoot() const;
 
+    // The skin of a controller over the pieces of a geometry; null (reported) on failure.
+    boost::intrusive_ptr<CColladaSkinSet> LoadSkin(ColladaDOM141::domController& rController,
+                                                   const CColladaGeometrySet& rGeometries);
     boost::intrusive_ptr<CSGNode> LoadScene(ColladaDOM141::domCOLLADA& rRoot);
     bool LoadAllLibraries(ColladaDOM141::domCOLLADA& rRoot, CColladaNodeConverter& rConverter);
     bool LoadLibraryGeometries(ColladaDOM141::domCOLLADA& rRoot);
@@ -115,6 +123,8 @@ class CSGLoaderCollada final : public CSGLoader
     // Null for a geometry that failed.
     std::unordered_map<ColladaDOM141::domGeometry*, boost::intrusive_ptr<CColladaGeometrySet>>
         m_mapGeometrySets;
+    std::unordered_map<ColladaDOM141::domController*, CColladaController> m_mapControllers;
+    std::unique_ptr<CColladaJointNames> m_spJointNames; // made for the first skin
     // The node of every visual scene of the scene graph that is being loaded.
     std::unordered_map<ColladaDOM141::domVisual_scene*, boost::intrusive_ptr<CSGNode>> m_mapVisualScenes;
 };

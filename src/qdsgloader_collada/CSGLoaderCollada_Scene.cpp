@@ -4,7 +4,6 @@
 #include "qdcommon/CLog.h"
 #include "qdsgloader_collada/CColladaDataSourceCache.h"
 #include "qdsgloader_collada/CColladaDom.h"
-#include "qdsgloader_collada/CColladaIgnored.h"
 #include "qdsgloader_collada/CColladaMaterials.h"
 #include "qdsgloader_collada/CColladaNodeConverter.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
@@ -13,18 +12,6 @@
 
 namespace
 {
-
-// Counts the elements of a kind of library that is not converted.
-template <class LIBRARIES, class GET>
-void LogIgnoredLibraries(const LIBRARIES& rLibraries, std::string_view strKind, GET fnGet)
-{
-    CColladaIgnored objIgnored;
-    for (const auto& rspLibrary : AsSpan(rLibraries))
-    {
-        objIgnored.Add(strKind, fnGet(*rspLibrary).getCount());
-    }
-    objIgnored.LogAll();
-}
 
 void LogIgnored(const daeArray& rElements, const char* szElement, const domVisual_scene& rScene)
 {
@@ -110,7 +97,9 @@ boost::intrusive_ptr<CSGNode> CSGLoaderCollada::LoadScene(domCOLLADA& rRoot)
     if (!spNode)
     {
         Log(QD_COLLADA, LOG_ERROR, "Failed to node for <instance_visual_scene> in default <scene>");
+        return nullptr;
     }
+    objConverter.BindSkins(*spNode);
     return spNode;
 }
 
@@ -128,11 +117,6 @@ bool CSGLoaderCollada::LoadAllLibraries(domCOLLADA& rRoot, CColladaNodeConverter
     {
         return false;
     }
-    LogIgnoredLibraries(
-        rRoot.getLibrary_controllers_array(),
-        "<controller> elements in <library_controllers>: their geometry is shown as it is, skins and morphs "
-        "are not supported yet.",
-        [](const auto& r) -> auto& { return r.getController_array(); });
     const bool bGeometriesLoaded = LoadLibraryGeometries(rRoot);
     m_spDataSources->Clear();
     if (!Report(bGeometriesLoaded, "library_geometries"))

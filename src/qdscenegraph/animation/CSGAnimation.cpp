@@ -66,6 +66,32 @@ CSGAnimation::CAnimationPtr CSGAnimation::Slice(float fBeginTime, float fEndTime
     return spAnimation;
 }
 
+CSGAnimation::CAnimationPtr CSGAnimation::GetForTree(CSGNode* pNode)
+{
+    QD_CHECK_ARG(pNode, nullptr);
+    CSGRefContext objContext(pNode);
+    CChannelList listChannels;
+    for (const CSGAnimChannelPtr& spChannel : m_listChannels)
+    {
+        QD_CHECK_NOT_NULL(spChannel, nullptr);
+        if (spChannel->CanAnimate(pNode, &objContext))
+        {
+            listChannels.push_back(spChannel);
+        }
+    }
+    if (listChannels.size() == m_listChannels.size())
+    {
+        return this;
+    }
+    CAnimationPtr spAnimation = CSGMem::Construct<CSGAnimation>();
+    QD_CHECK_CREATED(spAnimation, nullptr);
+    spAnimation->m_strName = m_strName;
+    spAnimation->m_fBeginTime = m_fBeginTime;
+    spAnimation->m_fEndTime = m_fEndTime;
+    spAnimation->m_listChannels = std::move(listChannels);
+    return spAnimation;
+}
+
 bool CSGAnimation::PoseModel(CSGNode* pNode) const { return PoseModelAtTime(pNode, m_fBeginTime); }
 
 bool CSGAnimation::PoseModelAtTime(CSGNode* pNode, float fTime) const

@@ -32,6 +32,10 @@ class CSGAnimation final : public SGStreamableInterface<CSGAnimation>
     // A new animation of the same name over the given times, with a list of its own of the same channels:
     // keys are shared. Null (reported) as from Create.
     CAnimationPtr Slice(float fBeginTime, float fEndTime) const;
+    // What can be played on a tree that has not all that the animation drives: the animation itself when all
+    // its channels find something below pNode, else a new one of the same name and times with those that do;
+    // there need not be any.
+    CAnimationPtr GetForTree(CSGNode* pNode);
 
     // Gives what the channels drive in the tree below pNode its value at the animation's begin time, or at
     // another one. A channel that fails is reported; the others are posed nonetheless. False when one failed.

@@ -52,8 +52,24 @@ CSGData_GeomBounds::CSource CSGData_GeomBounds::GetSource() const
                                 : CSource();
 }
 
+const CSGBounds* CSGData_GeomBounds::FindDeformedBounds() const
+{
+    const CSGBounds* pBounds = nullptr;
+    if (m_pNode != nullptr)
+    {
+        m_pNode->GetDataSet().ForEach([&](const CSGData* pData) {
+            pBounds = pBounds != nullptr ? pBounds : pData->GetDeformedBounds(m_pNode);
+        });
+    }
+    return pBounds;
+}
+
 const CSGBounds& CSGData_GeomBounds::GetBounds() const
 {
+    if (const CSGBounds* pDeformed = FindDeformedBounds())
+    {
+        return *pDeformed;
+    }
     const CSource objSource = GetSource();
     if (m_objMadeFrom != objSource)
     {

@@ -6,7 +6,8 @@
 
 // Belongs to one node. The bounds are those of the node's own CSGData_Geometry as it is when they are asked
 // for: they are made again whenever the vertices, the list of bindings or the attachment has changed. Empty
-// for a node without geometry. The bounds of a file are believed until something changes.
+// for a node without geometry. The bounds of a file are believed until something changes. Geometry that
+// another attachment deforms (CSGData::GetDeformedBounds) is taken as it is deformed at present.
 class CSGData_GeomBounds final : public CSGDataInterface<CSGData_GeomBounds>
 {
   public:
@@ -45,6 +46,8 @@ class CSGData_GeomBounds final : public CSGDataInterface<CSGData_GeomBounds>
     };
 
     CSource GetSource() const;
+    // Those of the attachment that deforms the node's geometry, null when there is none.
+    const CSGBounds* FindDeformedBounds() const;
     const CSGBounds& GetBounds() const;
 
     CSGNode* m_pNode = nullptr;

@@ -35,6 +35,8 @@ bool CSGData::AttachScene(CSGScene*, CSGNode*) { return true; }
 
 bool CSGData::PopulateRenderLists(CSGScene*, CSGNode*) { return true; }
 
+const CSGBounds* CSGData::GetDeformedBounds(CSGNode*) const { return nullptr; }
+
 void CSGData::OutputTransformDebugInfo(const CQDString&) const {}
 
 void CSGData::AddGeomStats(CSGGeomStats&) const {}

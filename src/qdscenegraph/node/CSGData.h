@@ -8,6 +8,7 @@
 
 class CSGNode;
 class CSGScene;
+struct CSGBounds;
 struct CSGGeomStats;
 
 // The notifications are sent by the node; the objects they name are never null. False makes the node's
@@ -38,6 +39,10 @@ class CSGData : public SGStreamableInterface<CSGData>
     // The rendering side: nothing happens unless a kind says otherwise.
     virtual bool AttachScene(CSGScene* pScene, CSGNode* pNode);
     virtual bool PopulateRenderLists(CSGScene* pScene, CSGNode* pNode);
+
+    // What the node's geometry takes up in the node's own space, for attachments that deform it; null for all
+    // others. Good until it is asked for again. The call may add attachments to nodes.
+    virtual const CSGBounds* GetDeformedBounds(CSGNode* pNode) const;
 
     // Writes the attachment to the log (level 7), each line behind the indent.
     virtual void OutputDebugInfo(const CQDString& rIndent) const = 0;

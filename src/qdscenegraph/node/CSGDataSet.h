@@ -60,18 +60,17 @@ class CSGDataSet
     bool NotifyChildAddedToNode(CSGNode* pNode, CSGNode* pAddedChild);
     bool NotifyChildRemovedFromNode(CSGNode* pNode, CSGNode* pRemovedChild);
 
-    // Calls the function with every attachment, in slot order.
+    // Calls the function with every attachment, in slot order. It may add attachments.
     template <class FUNCTION>
     void ForEach(FUNCTION&& fnEach) const
     {
         if (!IsEmpty())
         {
-            const CDataPtr* arrData = GetArray();
             for (uint32_t n = 0; n < GetArraySize(); ++n)
             {
-                if (arrData[n])
+                if (CSGData* pData = GetData(n))
                 {
-                    fnEach(arrData[n].get());
+                    fnEach(pData);
                 }
             }
         }

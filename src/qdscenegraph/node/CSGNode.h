@@ -5,6 +5,7 @@
 #include "qdscenegraph/node/CSGDataSet.h"
 #include "qdscenegraph/node/CSGGeomStats.h"
 #include "qdscenegraph/object/CSGAllocator.h"
+#include "qdscenegraph/object/CSGTombstone.h"
 
 #include <memory>
 #include <vector>
@@ -14,7 +15,7 @@ class CSGScene;
 
 // A node owns its children and its attachments; the parent is a plain pointer. Nothing here recurses over the
 // tree: trees may be as deep as memory allows.
-class CSGNode final : public SGStreamableInterface<CSGNode>
+class CSGNode final : public SGStreamableInterface<CSGNode>, public CEnableSGObjectWPtr
 {
   public:
     static constexpr const char* SG_TYPE_NAME = "CSGNode";

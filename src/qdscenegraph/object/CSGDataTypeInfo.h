@@ -31,7 +31,8 @@ class CSGDataTypeInfo
         ORDER_RENDER_ENV,
         ORDER_ANIM_STACK,
         ORDER_PARAM_SET,
-        ORDER_RENDER_STATE
+        ORDER_RENDER_STATE,
+        ORDER_SKIN_BINDING_SET
     };
 
     class CTypeMap

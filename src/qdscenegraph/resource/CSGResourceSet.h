@@ -6,6 +6,8 @@
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdscenegraph/object/CSGTombstone.h"
 
+#include <span>
+
 class CSGAnimation;
 
 // Which axis of a scene points up. A NEST file does not keep it.
@@ -45,6 +47,27 @@ class CSGResourceSet : public CSGObject, public CEnableSGObjectWPtr
     // A copy of that node's tree without the given nodes.
     CNodePtr GetNodeWithIgnores(const CQDCompactString& rName,
                                 const std::vector<const CSGNode*>& rIgnores) const;
+
+    // The skeleton alone: a copy of the first node's tree with the joints of all skins in it, what is above
+    // them, and what hangs below them without geometry. Nothing in it is drawn. Null (reported) when there is
+    // no joint. The copy data, a fresh one, knows which copy stands for which node.
+    CNodePtr GetSkeletonNode(CSGCopyData* pCopyData) const;
+    // A copy of the node with the global name and of all below it, for use beside that skeleton: it lies
+    // where the original does, and its skins follow the skeleton's joints. Null (reported) when there is no
+    // such node.
+    CNodePtr GetNodeInSkinBinding(const CQDCompactString& rName, CSGCopyData* pSkeletonCopy) const;
+
+    // One part of a character as a set of its own: the node with the global name and all below it, with skins
+    // that have no other joints than their vertices follow, and of the skeleton these joints and what is
+    // above them. The set's root stands for the first node and bears its names; below it are the skeleton,
+    // without anything that is drawn, and the part, which lies where the original does. A skinned node with
+    // joints below it stays in the skeleton. Then all animations, with the channels that drive something in
+    // the part; one that has no others is shared with this set. Null (reported) when there is no such node or
+    // it has no skin.
+    boost::intrusive_ptr<CSGResourceSet> GetSkinnedSubResourceSet(const CQDCompactString& rName) const;
+    // Appends a part for each name. False (reported) at the first one that cannot be made.
+    bool GetSkinnedSubResourceSets(std::span<const CQDCompactString> arrNames,
+                                   std::vector<boost::intrusive_ptr<CSGResourceSet>>& rvecResourceSets) const;
 
     // Gives the first node with the old global name, in document order over all top-level nodes, the new one;
     // a local name that was the same changes with it. The set's animations, those that are played in its

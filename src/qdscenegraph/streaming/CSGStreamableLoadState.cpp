@@ -69,6 +69,18 @@ CSGStreamable* CSGStreamableLoadState::GetOrNeedObject(int32_t nID, CSGStreamabl
 
 bool CSGStreamableLoadState::ReadChildID(CStream* pStream, CSGStreamable* pObjectToNotify, int32_t nCookie)
 {
+    return ReadLink(pStream, pObjectToNotify, nCookie, true);
+}
+
+bool CSGStreamableLoadState::ReadWeakChildID(CStream* pStream, CSGStreamable* pObjectToNotify,
+                                             int32_t nCookie)
+{
+    return ReadLink(pStream, pObjectToNotify, nCookie, false);
+}
+
+bool CSGStreamableLoadState::ReadLink(CStream* pStream, CSGStreamable* pObjectToNotify, int32_t nCookie,
+                                      bool bOwning)
+{
     QD_CHECK_ARG(pStream, false);
     QD_CHECK_ARG(pObjectToNotify, false);
     // The end of the stream would read as the valid id 0.
@@ -79,7 +91,10 @@ bool CSGStreamableLoadState::ReadChildID(CStream* pStream, CSGStreamable* pObjec
         return true;
     }
     QD_CHECK((nID >= 0) && (nID < GetNumObjects()), false);
-    m_vecLinks.push_back({m_nNumLoaded, nID});
+    if (bOwning)
+    {
+        m_vecLinks.push_back({m_nNumLoaded, nID});
+    }
     if (CSGStreamable* pChild = GetOrNeedObject(nID, pObjectToNotify, nCookie))
     {
         QD_CHECK_OR_RETURN(pObjectToNotify->NotifyObjectLoaded(nCookie, pChild, this), "Call %s failed",

@@ -36,6 +36,9 @@ class CSGStreamableLoadState : public CSGStreamableState
     // Reads the id of a link. The object it names is delivered to pObjectToNotify->NotifyObjectLoaded with
     // the cookie: at once when it is loaded, else as soon as it is. -1 names nothing and delivers nothing.
     bool ReadChildID(CStream* pStream, CSGStreamable* pObjectToNotify, int32_t nCookie);
+    // The same for a link that does not own the object: it may lead back to where it came from, and whoever
+    // asks holds the object weakly.
+    bool ReadWeakChildID(CStream* pStream, CSGStreamable* pObjectToNotify, int32_t nCookie);
     // An object is loaded: keeps it and delivers it to those who wait for it, in the order in which they
     // asked.
     bool NotifyObjectLoaded(CSGStreamable* pStreamable, int32_t nID);
@@ -72,13 +75,14 @@ class CSGStreamableLoadState : public CSGStreamableState
     };
 
     int32_t DoGetVersionToRead(const SGStreamableType* pType);
+    bool ReadLink(CStream* pStream, CSGStreamable* pObjectToNotify, int32_t nCookie, bool bOwning);
     int32_t FindID(const CSGStreamable* pStreamable) const;
     CSGStreamable* GetOrNeedObject(int32_t nID, CSGStreamable* pObjectToNotify, int32_t nCookie);
 
     std::vector<CSlot> m_vecObjects;
     std::vector<CNotification> m_vecPending;
-    std::vector<CLink> m_vecLinks;
-    int32_t m_nNumLoaded = 0; // objects load in the order of their ids
+    std::vector<CLink> m_vecLinks; // the owning ones
+    int32_t m_nNumLoaded = 0;      // objects load in the order of their ids
     bool m_bComplete = false;
     CSGTextureLoader* m_pTextureLoader = nullptr;
 };

@@ -50,3 +50,8 @@ bool CSGStreamableSaveState::WriteChildID(CStream* pStream, const CSGStreamable*
     pStream->WriteInt32(nID);
     return true;
 }
+
+bool CSGStreamableSaveState::WriteWeakChildID(CStream* pStream, const CSGStreamable* pChild) const
+{
+    return WriteChildID(pStream, HasObject(pChild) ? pChild : nullptr);
+}

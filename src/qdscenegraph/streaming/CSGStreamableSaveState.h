@@ -26,6 +26,9 @@ class CSGStreamableSaveState : public CSGStreamableState
     int32_t GetObjectID(const CSGStreamable* pStreamable) const;
     // Writes the id of a link as int32: -1 for a null child, else the child's, which must have been added.
     bool WriteChildID(CStream* pStream, const CSGStreamable* pChild) const;
+    // The id of a link that does not own its object, after all objects were added: -1 also for one that is
+    // not saved.
+    bool WriteWeakChildID(CStream* pStream, const CSGStreamable* pChild) const;
 
   private:
     std::vector<CSGStreamable*> m_vecObjects;
