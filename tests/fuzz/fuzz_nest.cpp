@@ -52,7 +52,8 @@ void TryDamagedCopies(const std::string& rSeed, int nCount)
 int main(int argc, char** argv)
 {
     const int nCount = argc > 1 ? std::atoi(argv[1]) : 10000;
-    for (const char* szName : {"every_class.nest", "every_dressing_class.nest", "every_animation_class.nest"})
+    for (const char* szName : {"every_class.nest", "every_dressing_class.nest", "every_animation_class.nest",
+                               "every_skin_class.nest"})
     {
         std::ifstream objSeed(QDSG_TEST_DATA_DIR "/" + std::string(szName), std::ios::binary);
         const std::string strSeed{std::istreambuf_iterator<char>(objSeed), {}};

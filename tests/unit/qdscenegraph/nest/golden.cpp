@@ -7,6 +7,7 @@
 #include "qdscenegraph/light/CSGLight_Spot.h"
 #include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/material/CSGParamTmpl.h"
+#include "qdscenegraph/skin/CSGData_SkinBindingSet.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
 #include "support/NestTestFile.h"
@@ -103,10 +104,27 @@ TEST(NestGolden, Animation)
     EXPECT_TRUE(pLayer->PlaysChannel(*pAnimation->GetChannel(0)));
 }
 
+TEST(NestGolden, Skins)
+{
+    const auto spSet = LoadAndCompare("every_skin_class.nest");
+    const CSGNode* pBody = spSet->GetFirstNode()->GetChild(0)->GetChild(0);
+    const auto* pSkins = pBody->FindData<CSGData_SkinBindingSet>();
+    ASSERT_NE(pSkins, nullptr);
+    // The vertex (1, 1, 0), bound 10 to the right: a quarter stays at (11, 1, 0), three quarters are turned
+    // by 90 degrees about (11, 0, 0), to (10, 0, 0).
+    std::vector<float> vecPositions;
+    ASSERT_TRUE(pSkins->GetBinding(0)->ComputeSkinnedVertices(vecPositions));
+    ASSERT_GE(vecPositions.size(), 12u);
+    EXPECT_NEAR(vecPositions[9], 10.25f, 1e-5f);
+    EXPECT_NEAR(vecPositions[10], 0.25f, 1e-5f);
+    EXPECT_NEAR(vecPositions[11], 0.0f, 1e-5f);
+}
+
 TEST(NestGolden, HasEveryClass)
 {
     std::string strBytes;
-    for (const char* szName : {"every_class.nest", "every_dressing_class.nest", "every_animation_class.nest"})
+    for (const char* szName : {"every_class.nest", "every_dressing_class.nest", "every_animation_class.nest",
+                               "every_skin_class.nest"})
     {
         strBytes += ReadGolden(szName);
     }

@@ -246,7 +246,7 @@ TEST(Skins, ComeBackFromAFile)
     ExpectDeformed(rLoaded);
     EXPECT_EQ(Save(spLoaded.get()), strBytes);
     // Joints that are not saved come back unbound.
-    const auto spPart = SaveAndLoad(objCharacter.spBody.get());
+    const auto spPart = Load<CSGNode>(Save(objCharacter.spBody.get()));
     ASSERT_TRUE(spPart);
     EXPECT_FALSE(GetSkin(spPart.get())->GetJointNode(0));
     ExpectDeformed(*GetSkin(spPart.get()));
