@@ -10,6 +10,7 @@
 #include <1.4/dom/domCommon_color_or_texture_type.h>
 #include <algorithm>
 #include <iterator>
+#include <unordered_set>
 
 namespace
 {
@@ -284,26 +285,41 @@ CSGRefPathPtr CColladaTargetPathTranslator::CreateRef(const CTranslation& rTrans
     return spRefTransform;
 }
 
-CQDCompactString CColladaTargetPathTranslator::GetMaterialName(const daeElement& rEffect)
+void CColladaTargetPathTranslator::NameMaterials()
 {
-    if (!m_bMaterialsNamed)
+    std::vector<daeElement*> vecInstances;
+    m_rRoot.getDAE()->getDatabase()->typeLookup(domInstance_material::ID(), vecInstances, nullptr);
+    std::unordered_set<const daeElement*> setBound;
+    for (const daeElement* pInstance : vecInstances)
     {
-        m_bMaterialsNamed = true;
+        const daeURI& rTarget = static_cast<const domInstance_material*>(pInstance)->getTarget();
+        setBound.insert(CSGLoaderCollada::FindURIElement(rTarget, domMaterial::ID()));
+    }
+    // What is drawn with the effect comes before materials that nothing is drawn with.
+    for (const bool bBound : {true, false})
+    {
         for (const auto& rspLibrary : AsSpan(m_rRoot.getLibrary_materials_array()))
         {
             for (const auto& rspMaterial : AsSpan(rspLibrary->getMaterial_array()))
             {
                 const domInstance_effect* pInstance = rspMaterial->getInstance_effect();
-                const daeElement* pEffect =
-                    pInstance != nullptr
-                        ? CSGLoaderCollada::FindURIElement(pInstance->getUrl(), domEffect::ID())
-                        : nullptr;
-                if (pEffect != nullptr)
+                if (pInstance != nullptr && setBound.contains(rspMaterial.cast()) == bBound)
                 {
-                    m_mapMaterialNames.try_emplace(pEffect, CColladaMaterials::GetGlobalName(*rspMaterial));
+                    m_mapMaterialNames.try_emplace(
+                        CSGLoaderCollada::FindURIElement(pInstance->getUrl(), domEffect::ID()),
+                        CColladaMaterials::GetGlobalName(*rspMaterial));
                 }
             }
         }
+    }
+}
+
+CQDCompactString CColladaTargetPathTranslator::GetMaterialName(const daeElement& rEffect)
+{
+    if (!m_bMaterialsNamed)
+    {
+        m_bMaterialsNamed = true;
+        NameMaterials();
     }
     const auto it = m_mapMaterialNames.find(&rEffect);
     return it != m_mapMaterialNames.end() ? it->second : CQDCompactString();

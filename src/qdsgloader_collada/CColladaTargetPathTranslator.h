@@ -55,7 +55,9 @@ class CColladaTargetPathTranslator
     static bool TranslateEffectColor(CTranslation& rTranslation, int32_t nIndex);
     static bool TranslateNodeExtra(CTranslation& rTranslation, int32_t nIndex);
     static CSGRefPathPtr CreateRef(const CTranslation& rTranslation, ETarget eTarget);
-    // The name of the first material of the effect; empty without one.
+    void NameMaterials();
+    // The name of the first material of the effect that a geometry is drawn with, else of its first one;
+    // empty without one.
     CQDCompactString GetMaterialName(const daeElement& rEffect);
 
     ColladaDOM141::domCOLLADA& m_rRoot;
