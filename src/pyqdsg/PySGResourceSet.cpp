@@ -262,6 +262,7 @@ PyObject* PySGResourceSet_create_animations_subset(PyObject* pySelf, PyObject*)
     {
         return PyRaise(PyExc_ValueError, "unable to create a new resource set");
     }
+    spNewResourceSet->SetUpAxis(pResourceSet->GetUpAxis());
     for (CSGAnimation* pAnimation : vecAnimations)
     {
         Log(PY_QDSG, LOG_INFO, "adding animation %s", pAnimation->GetName());

@@ -139,7 +139,13 @@ bool CColladaSkinData::LoadJoints(const domSkin& rSkin)
     {
         return false;
     }
-    if (spMatrices->GetPrimitivesPerValue() != 16 || !spMatrices->InstanceOf(&CCDS_FloatArray::ms_objType))
+    if (!spMatrices->InstanceOf(&CCDS_FloatArray::ms_objType))
+    {
+        Log(QD_COLLADA, LOG_ERROR, "Inverse bind matrices source was of invalid type %d %s",
+            spMatrices->GetType().GetTypeID(), spMatrices->GetType().GetName());
+        return false;
+    }
+    if (spMatrices->GetPrimitivesPerValue() != 16)
     {
         Log(QD_COLLADA, LOG_ERROR,
             "Expected 16 primitives per value for inverse bind matrices source but got %d",
@@ -275,6 +281,11 @@ bool CColladaSkinData::LoadWeights(const CWeightInputs& rInputs)
         }
         if (!m_spWeights->AddVertex(vecWeights))
         {
+            if (vecWeights.size() > CSGSkinVertexWeights::MAX_JOINTS_PER_VERTEX)
+            {
+                Log(QD_COLLADA, LOG_ERROR, "Failed to set max joints per vertex to %d",
+                    ToInt(vecWeights.size()));
+            }
             return false;
         }
     }
