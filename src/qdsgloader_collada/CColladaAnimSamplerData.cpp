@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace
 {
@@ -26,7 +25,7 @@ size_t GetPlace(EColladaValues eValues, size_t nOutput)
 float ConvertValue(EColladaValues eValues, float fValue)
 {
     return eValues == EColladaValues::Degrees
-               ? static_cast<float>(static_cast<double>(fValue) * (std::numbers::pi / 180.0))
+               ? static_cast<float>(static_cast<double>(fValue) * CColladaConverter::RADIANS_PER_DEGREE)
                : fValue;
 }
 

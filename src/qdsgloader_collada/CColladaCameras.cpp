@@ -5,12 +5,12 @@
 #include "qdscenegraph/camera/CSGCam_PerspYFOV.h"
 #include "qdscenegraph/camera/CSGData_Camera.h"
 #include "qdscenegraph/node/CSGNode.h"
+#include "qdsgloader_collada/CColladaConverter.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaInstance.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 #include <cmath>
-#include <numbers>
 #include <vector>
 
 namespace
@@ -18,7 +18,7 @@ namespace
 
 using CCameraPtr = boost::intrusive_ptr<CSGCamera>;
 
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
+constexpr double RADIANS_PER_DEGREE = CColladaConverter::RADIANS_PER_DEGREE;
 constexpr double INFINITE = std::numeric_limits<double>::infinity();
 
 // The values of one camera. It can be used when all that are read can be; the first that cannot is reported.

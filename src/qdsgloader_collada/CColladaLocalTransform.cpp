@@ -13,15 +13,11 @@
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
-#include <numbers>
-
 namespace
 {
 
 using CTransformPtr = CSGTransform::CTransformPtr;
 using CMake = CTransformPtr (*)(std::span<const double>);
-
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
 
 CSGFloat3 GetFloat3(std::span<const double> arrValues, size_t nBegin)
 {
@@ -56,7 +52,7 @@ CTransformPtr MakeRotate(std::span<const double> arrValues)
         return nullptr;
     }
     return CSGXFrm_Rotate::Create(GetFloat3(arrValues, 0),
-                                  static_cast<float>(arrValues[3] * RADIANS_PER_DEGREE));
+                                  static_cast<float>(arrValues[3] * CColladaConverter::RADIANS_PER_DEGREE));
 }
 
 CTransformPtr MakeLookAt(std::span<const double> arrValues)

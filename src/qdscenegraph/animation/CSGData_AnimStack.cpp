@@ -1,9 +1,6 @@
 #include "qdscenegraph/animation/CSGData_AnimStack.h"
 
-#include "qdcommon/CStream.h"
-#include "qdscenegraph/streaming/CSGLoadedLink.h"
-#include "qdscenegraph/streaming/CSGStreamableLoadState.h"
-#include "qdscenegraph/streaming/CSGStreamableSaveState.h"
+#include "qdscenegraph/streaming/CSGLoadedLinks.h"
 
 [[gnu::init_priority(CSGDataTypeInfo::ORDER_ANIM_STACK)]] CSGDataTypeInfo CSGData_AnimStack::
     ms_objDataTypeInfo(CSGData_AnimStack::SG_TYPE_NAME);
@@ -55,55 +52,26 @@ boost::intrusive_ptr<CSGData> CSGData_AnimStack::CreateCopy(CSGCopyData*) const
 
 bool CSGData_AnimStack::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)
 {
-    QD_CHECK_ARG(pStream, false);
-    QD_CHECK_ARG(pLoadState, false);
-    QD_CHECK(pStream->CanRead(1, sizeof(int32_t)), false);
-    const int32_t nLayers = pStream->ReadInt32();
-    QD_CHECK(pStream->CanRead(nLayers, sizeof(int32_t)), false);
-    m_vecLayers.resize(static_cast<size_t>(nLayers));
-    for (int32_t nLayer = 0; nLayer < nLayers; ++nLayer)
-    {
-        QD_CHECK_CALL(pLoadState->ReadChildID(pStream, this, nLayer), false);
-    }
-    return true;
+    return ReadLinks(m_vecLayers, pStream, pLoadState, this);
 }
 
 bool CSGData_AnimStack::WriteToStream(CStream* pStream, CSGStreamableSaveState* pSaveState)
 {
-    QD_CHECK_ARG(pStream, false);
-    QD_CHECK_ARG(pSaveState, false);
-    pStream->WriteInt32(GetNumLayers());
-    for (const CSGAnimLayerPtr& spLayer : m_vecLayers)
-    {
-        QD_CHECK_CALL(pSaveState->WriteChildID(pStream, spLayer.get()), false);
-    }
-    return true;
+    return WriteLinks(m_vecLayers, pStream, pSaveState);
 }
 
 bool CSGData_AnimStack::PreWrite(CSGStreamableSaveState* pSaveState)
 {
     QD_CHECK_CALL(CSGData::PreWrite(pSaveState), false);
-    for (const CSGAnimLayerPtr& spLayer : m_vecLayers)
-    {
-        QD_CHECK_CALL(spLayer->PreWrite(pSaveState), false);
-    }
-    return true;
+    return PreWriteLinks(m_vecLayers, pSaveState);
 }
 
 bool CSGData_AnimStack::NotifyObjectLoaded(int32_t nCookie, CSGStreamable* pChild, CSGStreamableLoadState*)
 {
-    QD_CHECK(nCookie >= 0 && nCookie < GetNumLayers(), false);
-    return SetLoadedLink(m_vecLayers[static_cast<size_t>(nCookie)], pChild);
+    return SetLoadedLink(m_vecLayers, nCookie, pChild);
 }
 
-bool CSGData_AnimStack::PostRead(CSGStreamableLoadState*)
-{
-    for (const CSGAnimLayerPtr& spLayer : m_vecLayers)
-    {
-        QD_CHECK_NOT_NULL(spLayer, false);
-    }
-    return true;
-}
+bool CSGData_AnimStack::PostRead(CSGStreamableLoadState*) { return HasAllLinks(m_vecLayers); }
 
 void CSGData_AnimStack::OutputDebugInfo(const CQDString& rIndent) const
 {

@@ -1,9 +1,6 @@
 #include "qdscenegraph/geometry/CSGGeomList.h"
 
-#include "qdcommon/CStream.h"
-#include "qdscenegraph/streaming/CSGLoadedLink.h"
-#include "qdscenegraph/streaming/CSGStreamableLoadState.h"
-#include "qdscenegraph/streaming/CSGStreamableSaveState.h"
+#include "qdscenegraph/streaming/CSGLoadedLinks.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -110,35 +107,17 @@ uint64_t CSGGeomList::GetNewestStamp() const
 
 bool CSGGeomList::ReadFromStream(CStream* pStream, CSGStreamableLoadState* pLoadState)
 {
-    QD_CHECK_ARG(pStream, false);
-    QD_CHECK_ARG(pLoadState, false);
-    QD_CHECK(pStream->CanRead(1, sizeof(int32_t)), false);
-    const int32_t nBindings = pStream->ReadInt32();
-    QD_CHECK(pStream->CanRead(nBindings, sizeof(int32_t)), false);
-    m_vecBindings.resize(static_cast<size_t>(nBindings));
-    for (int32_t nBinding = 0; nBinding < nBindings; ++nBinding)
-    {
-        QD_CHECK_CALL(pLoadState->ReadChildID(pStream, this, nBinding), false);
-    }
-    return true;
+    return ReadLinks(m_vecBindings, pStream, pLoadState, this);
 }
 
 bool CSGGeomList::WriteToStream(CStream* pStream, CSGStreamableSaveState* pSaveState)
 {
-    QD_CHECK_ARG(pStream, false);
-    QD_CHECK_ARG(pSaveState, false);
-    pStream->WriteInt32(GetNumBindings());
-    for (const auto& spBinding : m_vecBindings)
-    {
-        QD_CHECK_CALL(pSaveState->WriteChildID(pStream, spBinding.get()), false);
-    }
-    return true;
+    return WriteLinks(m_vecBindings, pStream, pSaveState);
 }
 
 bool CSGGeomList::NotifyObjectLoaded(int32_t nCookie, CSGStreamable* pChild, CSGStreamableLoadState*)
 {
-    QD_CHECK(nCookie >= 0 && nCookie < GetNumBindings(), false);
-    return SetLoadedLink(m_vecBindings[static_cast<size_t>(nCookie)], pChild);
+    return SetLoadedLink(m_vecBindings, nCookie, pChild);
 }
 
 bool CSGGeomList::PreWrite(CSGStreamableSaveState* pSaveState)
@@ -150,21 +129,10 @@ bool CSGGeomList::PreWrite(CSGStreamableSaveState* pSaveState)
         return true;
     }
     QD_CHECK_CALL(CSGStreamable::PreWrite(pSaveState), false);
-    for (const auto& spBinding : m_vecBindings)
-    {
-        QD_CHECK_CALL(spBinding->PreWrite(pSaveState), false);
-    }
-    return true;
+    return PreWriteLinks(m_vecBindings, pSaveState);
 }
 
-bool CSGGeomList::PostRead(CSGStreamableLoadState*)
-{
-    for (const auto& spBinding : m_vecBindings)
-    {
-        QD_CHECK_NOT_NULL(spBinding, false);
-    }
-    return true;
-}
+bool CSGGeomList::PostRead(CSGStreamableLoadState*) { return HasAllLinks(m_vecBindings); }
 
 void CSGGeomList::DropLinks() { m_vecBindings.clear(); }
 
