@@ -95,9 +95,11 @@ boost::intrusive_ptr<CSGLoader> GetLoaderForFile(const CQDString& rFilename, boo
     const boost::intrusive_ptr<CSGLoaderCollada> spLoaderCollada = CSGLoaderCollada::Create(spTextureLoader);
     QD_CHECK_CREATED(spLoaderCollada, PyRaise(PyExc_ValueError, "Failed to create collada loader."));
     spLoaderCollada->SetTexturePool(pTexPool);
-    const boost::intrusive_ptr<CSGLoader> spLoaderFBX = CSGLoaderFBX::Create(spTextureLoader, bFlag1, bFlag2);
+    const boost::intrusive_ptr<CSGLoaderFBX> spLoaderFBX =
+        CSGLoaderFBX::Create(spTextureLoader, bFlag1, bFlag2);
     QD_CHECK_OR_RETURN(spLoaderCollada && spLoaderFBX, "Creation of %s failed", "spLoaderCollada",
                        PyRaise(PyExc_ValueError, "Failed to create fbx loader."));
+    spLoaderFBX->SetTexturePool(pTexPool);
     if (spLoaderFBX->CanLoadFile(rFilename))
     {
         Log(PY_QDSG, LOG_INFO, "Choosing FBX loader.");

@@ -1,22 +1,17 @@
 #include "qdsgloader_collada/CColladaImagePath.h"
 
+#include "qdcommon/CFileName.h"
 #include "qdcommon/CLog.h"
 #include "qdsgloader_collada/CDaeUri.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 #include <algorithm>
 #include <cctype>
-#include <system_error>
 
 namespace
 {
 
 bool IsLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
-
-bool StartsWithDrive(std::string_view strName)
-{
-    return strName.size() >= 2 && IsLetter(strName[0]) && strName[1] == ':';
-}
 
 // The length of "http:" and the like; 0 without one. A single letter is a drive.
 size_t GetSchemeLength(std::string_view strName)
@@ -46,26 +41,13 @@ bool RemoveAuthority(std::string_view& rstrName)
         return true;
     }
     const std::string_view strAuthority = rstrName.substr(2, rstrName.substr(2).find('/'));
-    if (StartsWithDrive(strAuthority))
+    if (CFileName::StartsWithDrive(strAuthority))
     {
         rstrName.remove_prefix(2);
         return true;
     }
     rstrName.remove_prefix(2 + strAuthority.size());
     return strAuthority.empty() || strAuthority == "localhost";
-}
-
-CQDString GetBaseNameOf(const CQDString& rName)
-{
-    const size_t nSlash = rName.find_last_of("/\\");
-    return nSlash == CQDString::npos ? rName : rName.substr(nSlash + 1);
-}
-
-bool IsFile(const CQDString& rName)
-{
-    std::error_code objError;
-    // The system would see the name up to its first zero only.
-    return rName.find('\0') == CQDString::npos && std::filesystem::is_regular_file(rName, objError);
 }
 
 } // namespace
@@ -79,19 +61,19 @@ CColladaImagePath::CColladaImagePath(std::string_view strReference, const std::f
         m_bLocal = IsFileScheme(strName.substr(0, nScheme));
         strName.remove_prefix(nScheme);
         m_bLocal = m_bLocal && RemoveAuthority(strName);
-        if (strName.starts_with('/') && StartsWithDrive(strName.substr(1)))
+        if (strName.starts_with('/') && CFileName::StartsWithDrive(strName.substr(1)))
         {
             strName.remove_prefix(1);
         }
     }
     m_strAsWritten = strName;
     m_strDecoded = DecodeDaeReference(strName);
-    m_strBaseName = GetBaseNameOf(m_strDecoded);
+    m_strBaseName = CFileName::GetBaseName(m_strDecoded);
 }
 
 CQDString CColladaImagePath::InFolder(const CQDString& rName) const
 {
-    return StartsWithDrive(rName) ? rName : (m_objFolder / rName).string();
+    return CFileName::StartsWithDrive(rName) ? rName : (m_objFolder / rName).string();
 }
 
 CQDString CColladaImagePath::FindFile() const
@@ -99,15 +81,15 @@ CQDString CColladaImagePath::FindFile() const
     const CQDString strNamed = InFolder(m_strDecoded);
     for (const CQDString& rFile : {InFolder(m_strAsWritten), strNamed})
     {
-        if (IsFile(rFile))
+        if (CFileName::IsFile(rFile))
         {
             return rFile;
         }
     }
-    for (const CQDString& rBaseName : {GetBaseNameOf(m_strAsWritten), m_strBaseName})
+    for (const CQDString& rBaseName : {CFileName::GetBaseName(m_strAsWritten), m_strBaseName})
     {
         const CQDString strBeside = InFolder(rBaseName);
-        if (IsFile(strBeside))
+        if (CFileName::IsFile(strBeside))
         {
             Log(QD_COLLADA, LOG_WARNING, "Loading '%s' instead of nonexistent '%s'", strBeside, strNamed);
             return strBeside;

@@ -3,39 +3,16 @@
 #include "qdcommon/CLog.h"
 #include "qdscenegraph/material/CSGSurf_Texture.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
-#include "qdscenegraph/texture/CSGTextureFromPool.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
-#include "qdscenegraph/texture/CSGTexturePool.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaImagePath.h"
 #include "qdsgloader_collada/CDaeUri.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
-#include <system_error>
-
-namespace
-{
-
-// Scenes are drawn with smaller levels; an image file rarely has them. What stands for a missing file is
-// shared and stays as it is.
-void AddMipMaps(CSGTexture& rTexture)
-{
-    auto* pTexture = SGStreamableCast<CSGTex_2D>(&rTexture);
-    if (pTexture != nullptr && pTexture != CSGTex_2D::GetTextureFailedToLoad().get() &&
-        pTexture->GetNumLevels() == 1 && !PixelFormatIsCompressed(pTexture->GetFormat()) &&
-        !pTexture->ShouldAutoGenMipMapLevels())
-    {
-        pTexture->GenerateMipMaps();
-    }
-}
-
-} // namespace
-
 CColladaImages::CColladaImages(const boost::intrusive_ptr<CSGTextureLoader>& spTextureLoader,
                                const boost::intrusive_ptr<CSGTexturePool>& spTexturePool,
                                const CQDString& rStrDocument)
-    : m_spTextureLoader(spTextureLoader),
-      m_spTexturePool(spTexturePool),
+    : m_objTextures(spTextureLoader, spTexturePool, QD_COLLADA),
       m_objFolder(std::filesystem::path(GetDaeFilePath(rStrDocument)).parent_path())
 {}
 
@@ -56,7 +33,7 @@ CSGSurfacePtr CColladaImages::GetSurface(domImage& rImage)
 
 CSGTexturePtr CColladaImages::LoadImage(const domImage& rImage)
 {
-    if (!m_spTextureLoader)
+    if (!m_objTextures.HasLoader())
     {
         Log(QD_COLLADA, LOG_ERROR, "Had NULL image loader.");
         return nullptr;
@@ -73,37 +50,13 @@ CSGTexturePtr CColladaImages::LoadImage(const domImage& rImage)
     return nullptr;
 }
 
-CSGTexturePtr CColladaImages::LoadFromPool(const CQDString& rStrName, const CQDString& rStrFile) const
-{
-    const CQDString& rPoolName = m_spTexturePool->GetName();
-    const CSGTextureFromPoolPtr spTexture = CSGTextureFromPool::Create(rPoolName, rStrName);
-    CSGTexture* pShared =
-        spTexture ? spTexture->GetOrLoadSharedTexture(m_spTextureLoader.get(), m_spTexturePool.get())
-                  : nullptr;
-    if (pShared == nullptr)
-    {
-        Log(QD_COLLADA, LOG_WARNING, "Failed to load texture '%s' from pool '%s'.  Trying actual file.",
-            rStrName, rPoolName);
-        return nullptr;
-    }
-    AddMipMaps(*pShared);
-    Log(QD_COLLADA, LOG_INFO, "Substituting TexturePool '%s' texture '%s' for file '%s'", rPoolName, rStrName,
-        rStrFile);
-    return spTexture;
-}
-
 CSGTexturePtr CColladaImages::LoadData(const domImage& rImage) const
 {
     const auto& rBytes = rImage.getData()->getValue();
-    CSGTexturePtr spTexture = m_spTextureLoader->TryLoadTextureFromMemory(
+    const CSGTexturePtr spTexture = m_objTextures.LoadFromMemory(
         {reinterpret_cast<const uint8_t*>(rBytes.getRawData()), rBytes.getCount()},
         FirstText({rImage.getId(), rImage.getName()}));
-    if (!spTexture)
-    {
-        return CSGTex_2D::GetTextureFailedToLoad();
-    }
-    AddMipMaps(*spTexture);
-    return spTexture;
+    return spTexture ? spTexture : CSGTex_2D::GetTextureFailedToLoad();
 }
 
 CSGTexturePtr CColladaImages::LoadReference(const domImage& rImage)
@@ -116,12 +69,9 @@ CSGTexturePtr CColladaImages::LoadReference(const domImage& rImage)
             GetIDText(rImage));
         return CSGTex_2D::GetTextureFailedToLoad();
     }
-    if (m_spTexturePool)
+    if (const CSGTexturePtr spTexture = m_objTextures.LoadFromPool(objPath.GetBaseName(), strReference))
     {
-        if (const CSGTexturePtr spTexture = LoadFromPool(objPath.GetBaseName(), strReference))
-        {
-            return spTexture;
-        }
+        return spTexture;
     }
     if (!objPath.IsLocal())
     {
@@ -130,28 +80,11 @@ CSGTexturePtr CColladaImages::LoadReference(const domImage& rImage)
             GetIDText(rImage));
         return CSGTex_2D::GetTextureFailedToLoad();
     }
-    const CSGTexturePtr spTexture = LoadTextureFile(objPath.FindFile());
+    const CSGTexturePtr spTexture = m_objTextures.LoadFile(objPath.FindFile());
     if (!spTexture)
     {
         Log(QD_COLLADA, LOG_ERROR, "Failed to load texture from \"%s\" referenced by <init_from> in <image>",
             strReference);
     }
     return spTexture;
-}
-
-CSGTexturePtr CColladaImages::LoadTextureFile(const CQDString& rStrFile)
-{
-    // Images may spell the name of one file differently.
-    std::error_code objError;
-    const std::filesystem::path objFile = std::filesystem::weakly_canonical(rStrFile, objError);
-    const auto [it, bNew] = m_mapFiles.try_emplace(objError ? rStrFile : objFile.string());
-    if (bNew)
-    {
-        it->second = m_spTextureLoader->LoadTexture(rStrFile);
-        if (it->second)
-        {
-            AddMipMaps(*it->second);
-        }
-    }
-    return it->second;
 }

@@ -1,14 +1,12 @@
 // Loads the images of a document as textures.
 #pragma once
 
+#include "qdscenegraph/loader/CSGSceneTextures.h"
 #include "qdscenegraph/material/CSGSurface.h"
 #include "qdsgloader_collada/ColladaDomFwd.h"
 
 #include <filesystem>
 #include <unordered_map>
-
-class CSGTextureLoader;
-class CSGTexturePool;
 
 // Each image, and each file, is loaded once, when it is first asked for: all that show it share it.
 class CColladaImages
@@ -25,14 +23,10 @@ class CColladaImages
 
   private:
     CSGTexturePtr LoadImage(const ColladaDOM141::domImage& rImage);
-    CSGTexturePtr LoadFromPool(const CQDString& rStrName, const CQDString& rStrFile) const;
     CSGTexturePtr LoadData(const ColladaDOM141::domImage& rImage) const;
     CSGTexturePtr LoadReference(const ColladaDOM141::domImage& rImage);
-    CSGTexturePtr LoadTextureFile(const CQDString& rStrFile);
 
-    boost::intrusive_ptr<CSGTextureLoader> m_spTextureLoader;
-    boost::intrusive_ptr<CSGTexturePool> m_spTexturePool;
+    CSGSceneTextures m_objTextures;
     std::filesystem::path m_objFolder;
     std::unordered_map<const ColladaDOM141::domImage*, CSGSurfacePtr> m_mapSurfaces;
-    std::unordered_map<CQDString, CSGTexturePtr> m_mapFiles; // that several images may name
 };

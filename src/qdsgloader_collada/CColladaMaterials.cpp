@@ -2,7 +2,6 @@
 
 #include "qdcommon/CInt.h"
 #include "qdcommon/CLog.h"
-#include "qdscenegraph/material/CSGParamTmpl.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaEffectConverter.h"
 #include "qdsgloader_collada/CDaeNumber.h"
@@ -63,28 +62,6 @@ CExtra LoadExtra(const domMaterial& rMaterial)
         }
     }
     return objExtra;
-}
-
-// Gives the material samplers of its own.
-void SetMipMapBias(CSGMaterial& rMaterial, float fBias)
-{
-    for (int32_t nParam = 0; nParam < CSGMaterial::PARAM_COUNT; ++nParam)
-    {
-        const auto eParam = static_cast<EParam>(nParam);
-        const CSGSampler* pSampler = rMaterial.GetSampler(eParam);
-        if (pSampler == nullptr)
-        {
-            continue;
-        }
-        if (const CSGSamplerPtr spSampler = CSGSampler::Create(pSampler->GetSurface()))
-        {
-            CSGSamplerParams objParams = pSampler->GetParams();
-            objParams.m_fMipMapBias = fBias;
-            spSampler->SetParams(objParams);
-            rMaterial.SetParam(
-                eParam, CSGParamTmpl<CSGSamplerPtr>::Create(CSGMaterial::GetParamName(eParam), spSampler));
-        }
-    }
 }
 
 void LogIgnored(const daeArray& rElements, const char* szElement, const domMaterial& rMaterial)
@@ -151,7 +128,7 @@ CColladaMaterials::CMaterial CColladaMaterials::ConvertMaterial(domMaterial& rMa
     }
     if (objExtra.fMipMapBias != 0.0f)
     {
-        SetMipMapBias(*spMaterial, objExtra.fMipMapBias);
+        spMaterial->SetMipMapBias(objExtra.fMipMapBias);
     }
     return {spMaterial, spEffect};
 }

@@ -1,9 +1,9 @@
 #include "qdsgloader_collada/CDeindexer.h"
 
+#include "qdcommon/CIndexTupleSet.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/geometry/CSGIndexBuffer.h"
 #include "qdsgloader_collada/CColladaDom.h"
-#include "qdsgloader_collada/CIndexTupleSet.h"
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 
 namespace

@@ -1,12 +1,14 @@
 #include "qdsgloader_fbx/CSGLoaderFBX.h"
 
+#include "qdcommon/CLogChecks.h"
+#include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdsgloader_fbx/CSGLoaderFBXImpl.h"
 
 #include <new>
 
-boost::intrusive_ptr<CSGLoader> CSGLoaderFBX::Create(const boost::intrusive_ptr<CSGTextureLoader>&, bool,
-                                                     bool)
+boost::intrusive_ptr<CSGLoaderFBX> CSGLoaderFBX::Create(
+    const boost::intrusive_ptr<CSGTextureLoader>& spTextureLoader, bool bKeepQuaternions, bool bResample)
 {
-    // Flags and textures matter to what is converted, which is nothing yet.
-    return new (std::nothrow) CSGLoaderFBXImpl;
+    QD_CHECK_ARG(spTextureLoader, nullptr);
+    return new (std::nothrow) CSGLoaderFBXImpl(spTextureLoader, bKeepQuaternions, bResample);
 }

@@ -103,11 +103,11 @@ class LoadTest(TestCase):
                 self.assertRaises(ValueError, qdsg.load, name)
             self.assertEqual(log.messages("GetLoaderForFile"), [("INFO", text)])
 
-    def test_fbx_is_refused_by_name(self):
+    def test_fbx_file_that_is_none(self):
         with CapturedLog() as log:
             self.assertRaises(ValueError, qdsg.load, "x.fbx")
         self.assertEqual([message for level, _, message in log.messages() if level == "ERROR"],
-                         ["Reading FBX files is not supported yet: 'x.fbx'"])
+                         ["Call to FbxImporter::Initialize() failed.", "Error returned: x.fbx: No such file or directory"])
 
     def test_texture_pool_is_logged(self):
         name, path = ("INFO", "Using texture pool name 'p'"), ("INFO", "Using texture pool path 'd'")

@@ -18,11 +18,12 @@ TOLERANCE = 1e-5
 LOST_IN_EXPORT = {"hierarchy3_decomposed": {"MirrorD", "ParentInverse"}}
 
 
-def sample_files(*folders):
+def sample_files(*folders, **options):
+    """The samples in some folders, `ending` with ".dae" unless another is given."""
     for folder in folders:
         for place, _, names in sorted(os.walk(os.path.join(SAMPLES, *folder.split("/")))):
             for name in sorted(names):
-                if name.endswith(".dae"):
+                if name.endswith(options.get("ending", ".dae")):
                     yield os.path.join(place, name)
 
 
@@ -81,10 +82,38 @@ class EverySampleTest(TestCase):
                    list(binding.geometry or ())) for binding in node.geom_bindings]) for node in walk(root)]
 
 
-@unittest.skipUnless(os.path.isdir(os.path.join(SAMPLES, "blender", "truth")), "no samples at " + SAMPLES)
-class TruthTest(TestCase):
+class TruthChecks(TestCase):
     """Scenes for which the program that exported them has said what is in them."""
 
+    def check_matrix(self, node, expected, what, tolerance=TOLERANCE):
+        self.assertIsNotNone(node, what)
+        expected = [number for column in zip(*expected) for number in column]
+        loaded = [number for row in node.world_transform.matrix for number in row]
+        worst = max(abs(one - two) for one, two in zip(loaded, expected))
+        self.assertLessEqual(worst, tolerance * max(map(abs, expected)), what)
+
+    def check_mesh(self, node, expected, what):
+        # A mesh of several materials stands in a child for each.
+        parts = [node] + [child for child in node.children if child.global_name.startswith(node.global_name + "/")]
+        bindings = [binding for part in parts for binding in part.geom_bindings]
+        self.assertEqual(sum(len(list(binding.geometry or ())) for binding in bindings),
+                         expected["triangle_count"], what)
+        loaded = sorted({vertex for binding in bindings for vertex in binding.vertices})
+        used = set(map(tuple, expected["positions"]))
+        if "polygons" in expected:
+            used = {tuple(expected["positions"][n]) for polygon in expected["polygons"] for n in polygon}
+        elif not expected["triangle_count"]:  # a curve
+            return
+        size = max(abs(number) for vertex in used for number in vertex)
+        # Both ways: nothing is missing, and nothing is there that should not be.
+        for some, others in (loaded, used), (used, loaded):
+            for vertex in some:
+                self.assertLessEqual(min(max(abs(one - two) for one, two in zip(vertex, other)) for other in others),
+                                     TOLERANCE * size, what)
+
+
+@unittest.skipUnless(os.path.isdir(os.path.join(SAMPLES, "blender", "truth")), "no samples at " + SAMPLES)
+class TruthTest(TruthChecks):
     def test_against_truth(self):
         matrices = meshes = 0
         for path in sample_files("blender/dae"):
@@ -136,29 +165,3 @@ class TruthTest(TestCase):
             if node["name"] in animation.get("world", {}):
                 return animation["world"][node["name"]][-1]
         return node["matrix_world"]
-
-    def check_matrix(self, node, expected, what, tolerance=TOLERANCE):
-        self.assertIsNotNone(node, what)
-        expected = [number for column in zip(*expected) for number in column]
-        loaded = [number for row in node.world_transform.matrix for number in row]
-        worst = max(abs(one - two) for one, two in zip(loaded, expected))
-        self.assertLessEqual(worst, tolerance * max(map(abs, expected)), what)
-
-    def check_mesh(self, node, expected, what):
-        # A mesh of several materials stands in a child for each.
-        parts = [node] + [child for child in node.children if child.global_name.startswith(node.global_name + "/")]
-        bindings = [binding for part in parts for binding in part.geom_bindings]
-        self.assertEqual(sum(len(list(binding.geometry or ())) for binding in bindings),
-                         expected["triangle_count"], what)
-        loaded = sorted({vertex for binding in bindings for vertex in binding.vertices})
-        used = set(map(tuple, expected["positions"]))
-        if "polygons" in expected:
-            used = {tuple(expected["positions"][n]) for polygon in expected["polygons"] for n in polygon}
-        elif not expected["triangle_count"]:  # a curve
-            return
-        size = max(abs(number) for vertex in used for number in vertex)
-        # Both ways: nothing is missing, and nothing is there that should not be.
-        for some, others in (loaded, used), (used, loaded):
-            for vertex in some:
-                self.assertLessEqual(min(max(abs(one - two) for one, two in zip(vertex, other)) for other in others),
-                                     TOLERANCE * size, what)

@@ -200,6 +200,28 @@ bool CSGMaterial::SetSamplerValue(EParam eParam, const CSGSamplerPtr& spObjSampl
     return SetTexCoordSet(eParam, nTexCoordSet);
 }
 
+bool CSGMaterial::SetMipMapBias(float fBias)
+{
+    for (int32_t nParam = 0; nParam < PARAM_COUNT; ++nParam)
+    {
+        const auto eParam = static_cast<EParam>(nParam);
+        const CSGSampler* pSampler = GetSampler(eParam);
+        if (pSampler == nullptr)
+        {
+            continue;
+        }
+        // Other materials may share the sampler, and the parameter that holds it.
+        const CSGSamplerPtr spSampler = CSGSampler::Create(pSampler->GetSurface());
+        QD_CHECK_CREATED(spSampler, false);
+        CSGSamplerParams objParams = pSampler->GetParams();
+        objParams.m_fMipMapBias = fBias;
+        spSampler->SetParams(objParams);
+        QD_CHECK_CALL(SetParam(eParam, CSGParamTmpl<CSGSamplerPtr>::Create(GetParamName(eParam), spSampler)),
+                      false);
+    }
+    return true;
+}
+
 bool CSGMaterial::GetSamplers(std::vector<CSGSamplerPtr>& rListOutput) const
 {
     for (int32_t nParam = 0; nParam < PARAM_COUNT; ++nParam)

@@ -85,6 +85,9 @@ class CSGMaterial final : public SGStreamableInterface<CSGMaterial>
     // The set is the number of the texture coordinates among the geometry's, from 0 on.
     bool SetSamplerValue(EParam eParam, const CSamplerPtr& spObjSampler, int32_t nTexCoordSet);
 
+    // Gives the slots that have one a sampler of their own, with the bias. False (reported) when that fails.
+    bool SetMipMapBias(float fBias);
+
     // Appends the samplers in the order of their slots.
     bool GetSamplers(std::vector<CSamplerPtr>& rListOutput) const;
     // The texture coordinates for a slot, or for the first slot with the sampler; -1 for none.

@@ -7,6 +7,7 @@
 #include "qdscenegraph/texture/CImageReader_TGA.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
 #include "qdscenegraph/texture/CSGTextureFileReloadHandler.h"
+#include "qdscenegraph/texture/CSGTextureNameReloadHandler.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -178,5 +179,10 @@ CSGTexturePtr CSGTexLdr_SOIL::ReadTexture(const CQDString& rFilename, CQDString&
 CSGTexturePtr CSGTexLdr_SOIL::ReadTextureFromMemory(std::span<const uint8_t> arrFile, const CQDString& rName,
                                                     CQDString& rReason)
 {
-    return MakeTexture(arrFile, rName, rReason);
+    const CSGTex_2DPtr spTexture = MakeTexture(arrFile, rName, rReason);
+    if (spTexture)
+    {
+        spTexture->SetReloadHandler(new (std::nothrow) CSGTextureNameReloadHandler(rName));
+    }
+    return spTexture;
 }

@@ -1,4 +1,4 @@
-#include "qdsgloader_collada/CIndexTupleSet.h"
+#include "qdcommon/CIndexTupleSet.h"
 
 #include <algorithm>
 #include <random>

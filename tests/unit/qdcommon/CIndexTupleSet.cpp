@@ -1,5 +1,5 @@
 // The numbering of index tuples.
-#include "qdsgloader_collada/CIndexTupleSet.h"
+#include "qdcommon/CIndexTupleSet.h"
 
 #include <gtest/gtest.h>
 #include <map>

@@ -1,0 +1,28 @@
+#include "fbxsdk/scene/FbxLight.h"
+
+std::unique_ptr<FbxLight> FbxLight::Create(const CFBXObjectTable&, const CFBXObject& rObject)
+{
+    return std::unique_ptr<FbxLight>(new FbxLight(rObject));
+}
+
+FbxLight::ELightType FbxLight::GetLightType() const
+{
+    const int64_t nType = FindProperty("LightType").GetInt(ePoint);
+    return nType >= ePoint && nType <= eVolume ? static_cast<ELightType>(nType) : ePoint;
+}
+
+FbxLight::EDecayType FbxLight::GetDecayType() const
+{
+    const int64_t nType = FindProperty("DecayType").GetInt(eNone);
+    return nType >= eNone && nType <= eCubic ? static_cast<EDecayType>(nType) : eNone;
+}
+
+bool FbxLight::GetCastLight() const { return FindProperty("CastLight", "CastLightOnObject").GetBool(true); }
+FbxDouble3 FbxLight::GetColor() const { return FindProperty("Color").GetDouble3({1, 1, 1}); }
+double FbxLight::GetIntensity() const { return FindProperty("Intensity").GetDouble(100); }
+double FbxLight::GetInnerAngle() const { return FindProperty("InnerAngle", "HotSpot").GetDouble(0); }
+double FbxLight::GetOuterAngle() const { return FindProperty("OuterAngle", "Cone angle").GetDouble(45); }
+double FbxLight::GetDecayStart() const { return FindProperty("DecayStart").GetDouble(0); }
+bool FbxLight::GetEnableFarAttenuation() const { return FindProperty("EnableFarAttenuation").GetBool(); }
+double FbxLight::GetFarAttenuationStart() const { return FindProperty("FarAttenuationStart").GetDouble(0); }
+double FbxLight::GetFarAttenuationEnd() const { return FindProperty("FarAttenuationEnd").GetDouble(0); }

@@ -1,0 +1,59 @@
+#include "fbxsdk/scene/FbxPose.h"
+
+#include "fbxsdk/document/CFBXLog.h"
+#include "fbxsdk/objects/CFBXObjectTable.h"
+#include "fbxsdk/scene/FbxScene.h"
+#include "qdcommon/CLog.h"
+
+#include <algorithm>
+#include <cmath>
+
+FbxPose::FbxPose(const CFBXObject& rObject) : FbxObject(&rObject), m_bBindPose(rObject.strKind == "BindPose")
+{}
+
+std::unique_ptr<FbxPose> FbxPose::Create(const CFBXObjectTable& rTable, const CFBXObject& rObject)
+{
+    std::unique_ptr<FbxPose> spPose(new FbxPose(rObject));
+    if (rObject.pRecord == nullptr)
+    {
+        return spPose;
+    }
+    std::vector<double> vecMatrix;
+    for (const CFBXRecord& rEntry : rObject.pRecord->GetChildren())
+    {
+        const CFBXRecord* pNode = rEntry.FindChild("Node");
+        const CFBXRecord* pMatrix = rEntry.FindChild("Matrix");
+        if (rEntry.GetName() != "PoseNode" || pNode == nullptr || pMatrix == nullptr)
+        {
+            continue;
+        }
+        if (!pMatrix->ReadDoubles(vecMatrix) || vecMatrix.size() != 16 ||
+            !std::all_of(vecMatrix.begin(), vecMatrix.end(), [](double d) { return std::isfinite(d); }))
+        {
+            Log(FBXSDK, LOG_WARNING, "Pose '%s' has no matrix of 16 numbers in %s", spPose->GetName(),
+                pMatrix->Describe());
+            continue;
+        }
+        CEntry& rNew = spPose->m_vecEntries.emplace_back();
+        rNew.m_pNodeObject = rTable.FindObject(pNode->GetValue(0));
+        rNew.m_objMatrix = FbxAMatrix::FromRows(std::span<const double, 16>(vecMatrix.data(), 16));
+    }
+    return spPose;
+}
+
+void FbxPose::OnConnected()
+{
+    for (CEntry& rEntry : m_vecEntries)
+    {
+        FbxObject* pNode =
+            rEntry.m_pNodeObject != nullptr ? GetScene()->FindObject(rEntry.m_pNodeObject->nId) : nullptr;
+        rEntry.m_pNode = dynamic_cast<FbxNode*>(pNode);
+    }
+}
+
+const FbxAMatrix* FbxPose::FindMatrix(const FbxNode* pNode) const
+{
+    const auto it = std::find_if(m_vecEntries.begin(), m_vecEntries.end(),
+                                 [pNode](const CEntry& rEntry) { return rEntry.m_pNode == pNode; });
+    return it != m_vecEntries.end() ? &it->m_objMatrix : nullptr;
+}
