@@ -1,11 +1,12 @@
 """FBX files of real tools, held against what other programs say of the same scenes."""
+import json
 import os
 import re
 import unittest
 
 import qdsg
 from qdsg_testing import TestCase, walk
-from test_samples import SAMPLES, sample_files
+from test_samples import SAMPLES, TruthChecks, multiply, sample_files
 
 try:
     import numpy
@@ -129,3 +130,65 @@ class FramesTest(TestCase):
             for gap in worst_gap(some, others), worst_gap(others, some):
                 self.assertLess(gap, TOLERANCE, (os.path.basename(path), name, kind))
             yield kind
+
+
+@unittest.skipUnless(os.path.isdir(os.path.join(SAMPLES, "blender", "fbx")), "no samples at " + SAMPLES)
+class TruthTest(TruthChecks):
+    """At rest. Scenes in FBX are turned from Z up to Y up and made a hundred times as large."""
+
+    # Exported as it was.
+    UNIT = {"hierarchy3_unitscale": 0.01}
+
+    def test_nodes_and_meshes(self):
+        checked = {"nodes": 0, "meshes": 0}
+        for name, path, truth in self.scenes():
+            turn = [[number * (self.UNIT.get(name, 1) if row < 3 else 1) for number in numbers]
+                    for row, numbers in enumerate(truth["fbx_from_blender"])]
+            nodes = {node.global_name: node for node in walk(qdsg.load(path))}
+            for expected in truth["nodes"]:
+                node = nodes[self.text(expected["name"])]
+                # Lights and cameras stand in a child that has the axes of ours, as they were before the export.
+                carriers = [child for child in node.children if child.lights or child.camera]
+                self.check_matrix((carriers or [node])[0], multiply(turn, expected["matrix_world"]),
+                                  (name, expected["name"]), tolerance=1e-4)
+                checked["nodes"] += 1
+                for mesh in truth["meshes"]:
+                    if mesh["name"] == expected.get("data"):
+                        self.check_mesh(node, mesh, (name, expected["name"]))
+                        checked["meshes"] += 1
+        self.assertGreater(min(checked.values()), 35)
+
+    def test_materials(self):
+        checked = 0
+        for name, path, truth in self.scenes():
+            expected = {self.text(material["name"]): material for material in truth["materials"]}
+            for material in [node.material for node in walk(qdsg.load(path)) if node.material]:
+                wanted = expected[material["name"]]
+                self.check_slot(material["diffuse"], wanted["base_color"][:3], wanted["base_texture"], name)
+                self.check_slot(material["normalMap"], (0, 0, 0), wanted["normal_texture"], name)
+                self.check_slot(material["emission"], (wanted["emission"] or (0, 0, 0))[:3], None, name)
+                self.assertAlmostEqual(material["total_transparency"], wanted["alpha"], 5)
+                self.assertAlmostEqual(material["shininess"], (10 * (1 - wanted["roughness"])) ** 2, 4)
+                checked += 1
+        self.assertGreater(checked, 20)
+
+    def check_slot(self, value, color, texture, name):
+        if texture is None:
+            for one, two in zip(value, color):
+                self.assertAlmostEqual(one, two, 5, msg=name)
+        else:
+            self.assertEqual((value["texture"].split("/")[-1], value["set"]), (texture.split("/")[-1], 0), name)
+
+    @staticmethod
+    def text(name):
+        return name.encode("utf-8") if str is bytes else name
+
+    @staticmethod
+    def scenes():
+        for path in sample_files("blender/fbx", ending=".fbx"):
+            name = os.path.basename(path)[:-len(".fbx")]
+            truth = re.sub("_(embedded|unitscale)$", "", name) + ".json"
+            truth = os.path.join(SAMPLES, "blender", "truth", truth)
+            if os.path.exists(truth):
+                with open(truth) as file:
+                    yield name, path, json.load(file)

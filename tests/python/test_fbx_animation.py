@@ -5,14 +5,10 @@ import unittest
 
 import qdsg
 from qdsg_testing import walk
-from test_samples import SAMPLES, TruthChecks
+from test_samples import SAMPLES, TruthChecks, multiply
 
 TOLERANCE = 1e-4
 SCENES = os.path.join(SAMPLES, "blender", "fbx")
-
-
-def multiply(one, two):
-    return [[sum(row[k] * two[k][n] for k in range(4)) for n in range(4)] for row in one]
 
 
 @unittest.skipUnless(os.path.isdir(SCENES), "no samples at " + SAMPLES)

@@ -27,6 +27,14 @@ def sample_files(*folders, **options):
                     yield os.path.join(place, name)
 
 
+def all_samples():
+    return list(sample_files("dae", "blender/dae")) + list(sample_files("fbx", "blender/fbx", ending=".fbx"))
+
+
+def multiply(one, two):
+    return [[sum(row[k] * two[k][n] for k in range(4)) for n in range(4)] for row in one]
+
+
 def exported_name(node):
     """What the exporter has made of a node's name; as a `str` of either Python."""
     name = re.sub(r"\W", "_", node["name"], flags=re.UNICODE)
@@ -42,7 +50,7 @@ def read(path):
 class EverySampleTest(TestCase):
     def test_loads_or_names_the_fault(self):
         refused = 0
-        paths = list(sample_files("dae", "blender/dae"))
+        paths = all_samples()
         for path in paths:
             with CapturedLog(1) as log:
                 try:
@@ -60,7 +68,7 @@ class EverySampleTest(TestCase):
         first, second = os.path.join(folder, "1.nest"), os.path.join(folder, "2.nest")
         gc.collect()
         before = count_live_objects()
-        for path in sample_files("dae", "blender/dae"):
+        for path in all_samples():
             try:
                 root = qdsg.load(path)
             except ValueError:
