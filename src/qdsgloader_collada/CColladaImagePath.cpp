@@ -1,8 +1,8 @@
 #include "qdsgloader_collada/CColladaImagePath.h"
 
+#include "daedom/CDaeUri.h"
 #include "qdcommon/CFileName.h"
 #include "qdcommon/CLog.h"
-#include "qdsgloader_collada/CDaeUri.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 #include <algorithm>

@@ -1,12 +1,12 @@
 #include "qdsgloader_collada/CColladaImages.h"
 
+#include "daedom/CDaeUri.h"
 #include "qdcommon/CLog.h"
 #include "qdscenegraph/material/CSGSurf_Texture.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaImagePath.h"
-#include "qdsgloader_collada/CDaeUri.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 CColladaImages::CColladaImages(const boost::intrusive_ptr<CSGTextureLoader>& spTextureLoader,

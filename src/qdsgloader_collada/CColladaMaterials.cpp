@@ -1,10 +1,10 @@
 #include "qdsgloader_collada/CColladaMaterials.h"
 
+#include "daedom/CDaeNumber.h"
 #include "qdcommon/CInt.h"
 #include "qdcommon/CLog.h"
 #include "qdsgloader_collada/CColladaDom.h"
 #include "qdsgloader_collada/CColladaEffectConverter.h"
-#include "qdsgloader_collada/CDaeNumber.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 

@@ -1,11 +1,11 @@
 #include "qdsgloader_collada/CColladaNodeExtra.h"
 
+#include "daedom/CDaeNumber.h"
 #include "qdcommon/CInt.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/node/CSGData_RenderState.h"
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdsgloader_collada/CColladaDom.h"
-#include "qdsgloader_collada/CDaeNumber.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 #include <algorithm>

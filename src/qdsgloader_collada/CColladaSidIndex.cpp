@@ -1,7 +1,7 @@
 #include "qdsgloader_collada/CColladaSidIndex.h"
 
+#include "daedom/CDaeDatabase_Ids.h"
 #include "qdsgloader_collada/CColladaDom.h"
-#include "qdsgloader_collada/CDaeDatabase_Ids.h"
 
 #include <algorithm>
 

@@ -4,6 +4,7 @@
 #include "animxml/CAnimationSliceData.h"
 #include "animxml/CBexnelParser.h"
 #include "animxml/CXMLEltParse_DocAnimSlice.h"
+#include "daedom/CDaeFile.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdscenegraph/texture/CSGTexturePool.h"
@@ -13,7 +14,6 @@
 #include "qdsgloader_collada/CColladaGeometrySet.h"
 #include "qdsgloader_collada/CColladaJointNames.h"
 #include "qdsgloader_collada/CColladaMaterials.h"
-#include "qdsgloader_collada/CDaeFile.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 
 #include <boost/filesystem/operations.hpp>

@@ -8,9 +8,9 @@
 // sanitizers.
 #include "MutateXml.h"
 
-#include "qdsgloader_collada/CDaeDatabase_Ids.h"
-#include "qdsgloader_collada/CDaeIOPlugin_Expat.h"
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeDatabase_Ids.h"
+#include "daedom/CDaeIOPlugin_Expat.h"
+#include "daedom/CDaeUri.h"
 
 #include <dae.h>
 #include <dae/daeDocument.h>

@@ -1,11 +1,11 @@
 // A COLLADA document made from text, loaded, with what was logged about it.
 #pragma once
 
+#include "daedom/CDaeTestDocument.h"
 #include "qdscenegraph/geometry/CSGData_Geometry.h"
 #include "qdscenegraph/geometry/CSGGeom_Triangles.h"
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
-#include "qdsgloader_collada/CDaeTestDocument.h"
 #include "qdsgloader_collada/CQDSGLoaderColladaLib.h"
 #include "qdsgloader_collada/CSGLoaderCollada.h"
 #include "support/CLogCapture.h"

@@ -1,4 +1,5 @@
 // Materials: effects, images, and how instances of geometry bind them.
+#include "daedom/CDaeUri.h"
 #include "qdscenegraph/material/CSGData_Material.h"
 #include "qdscenegraph/material/CSGParamTmpl.h"
 #include "qdscenegraph/material/CSGSurf_Texture.h"
@@ -10,7 +11,6 @@
 #include "qdscenegraph/texture/CSGTexturePool.h"
 #include "qdsgloader_collada/CColladaImagePath.h"
 #include "qdsgloader_collada/CColladaTestScene.h"
-#include "qdsgloader_collada/CDaeUri.h"
 
 #include <gtest/gtest.h>
 

@@ -10,9 +10,9 @@
 // none. Within extra data it is only reported.
 #pragma once
 
-#include "qdsgloader_collada/CDaeArrayWriter.h"
-#include "qdsgloader_collada/CDaeContentModel.h"
-#include "qdsgloader_collada/CDaeReport.h"
+#include "daedom/CDaeArrayWriter.h"
+#include "daedom/CDaeContentModel.h"
+#include "daedom/CDaeReport.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
 // One COLLADA document, opened in a DAE of its own.
-#include "qdsgloader_collada/CDaeFile.h"
+#include "daedom/CDaeFile.h"
 
-#include "qdsgloader_collada/CDaeDatabase_Ids.h"
-#include "qdsgloader_collada/CDaeIOPlugin_Expat.h"
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeDatabase_Ids.h"
+#include "daedom/CDaeIOPlugin_Expat.h"
+#include "daedom/CDaeUri.h"
 
 CDaeFile::CDaeFile()
     : m_spPlugin(std::make_unique<CDaeIOPlugin_Expat>()),

@@ -1,7 +1,7 @@
 // What the tests of reading COLLADA documents share: documents around a piece of text, and what is in them.
 #pragma once
 
-#include "qdsgloader_collada/CDaeFile.h"
+#include "daedom/CDaeFile.h"
 
 #include <dae.h>
 #include <dae/daeDocument.h>

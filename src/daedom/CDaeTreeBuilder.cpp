@@ -1,9 +1,9 @@
 // Builds a document of the COLLADA DOM from what an XML parser reports.
-#include "qdsgloader_collada/CDaeTreeBuilder.h"
+#include "daedom/CDaeTreeBuilder.h"
 
+#include "daedom/CDaeNumber.h"
+#include "daedom/CDaeUri.h"
 #include "qdcommon/CLog.h"
-#include "qdsgloader_collada/CDaeNumber.h"
-#include "qdsgloader_collada/CDaeUri.h"
 
 #include <1.4/dom/domAny.h>
 #include <dae/daeDatabase.h>

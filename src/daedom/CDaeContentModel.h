@@ -7,7 +7,7 @@
 // the first counts. A choice between children isn't enforced.
 #pragma once
 
-#include "qdsgloader_collada/CDaeAccess.h"
+#include "daedom/CDaeAccess.h"
 
 #include <memory>
 #include <string>

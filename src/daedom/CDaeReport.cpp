@@ -1,5 +1,5 @@
 // What reading one document has to say.
-#include "qdsgloader_collada/CDaeReport.h"
+#include "daedom/CDaeReport.h"
 
 #include "qdcommon/CLog.h"
 

@@ -2,7 +2,7 @@
 // over, so that the text of a large array is never gathered.
 #pragma once
 
-#include "qdsgloader_collada/CDaeAccess.h"
+#include "daedom/CDaeAccess.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
 // Reading the numbers of COLLADA text.
-#include "qdsgloader_collada/CDaeNumber.h"
+#include "daedom/CDaeNumber.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,5 +1,5 @@
 // The texts that go where the COLLADA DOM wants a URI.
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeUri.h"
 
 #include <filesystem>
 #include <system_error>

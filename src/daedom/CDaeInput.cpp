@@ -1,5 +1,5 @@
 // Where a document's bytes come from.
-#include "qdsgloader_collada/CDaeInput.h"
+#include "daedom/CDaeInput.h"
 
 #include <algorithm>
 #include <cstring>

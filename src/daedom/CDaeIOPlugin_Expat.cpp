@@ -1,9 +1,9 @@
 // Reads COLLADA documents into the COLLADA DOM with Expat.
-#include "qdsgloader_collada/CDaeIOPlugin_Expat.h"
+#include "daedom/CDaeIOPlugin_Expat.h"
 
+#include "daedom/CDaeInput.h"
+#include "daedom/CDaeTreeBuilder.h"
 #include "qdcommon/CLog.h"
-#include "qdsgloader_collada/CDaeInput.h"
-#include "qdsgloader_collada/CDaeTreeBuilder.h"
 
 #include <dae/daeDatabase.h>
 #include <dae/daeDocument.h>

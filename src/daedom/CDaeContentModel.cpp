@@ -1,5 +1,5 @@
 // Which children the elements of the COLLADA schema take, and putting them there.
-#include "qdsgloader_collada/CDaeContentModel.h"
+#include "daedom/CDaeContentModel.h"
 
 #include <1.4/dom/domAny.h>
 #include <dae/daeDatabase.h>

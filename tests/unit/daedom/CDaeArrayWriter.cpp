@@ -1,7 +1,7 @@
 // Numbers and lists of them as COLLADA documents write them.
-#include "qdsgloader_collada/CDaeArrayWriter.h"
+#include "daedom/CDaeArrayWriter.h"
 
-#include "qdsgloader_collada/CDaeNumber.h"
+#include "daedom/CDaeNumber.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Fills an array of the COLLADA DOM from character data.
-#include "qdsgloader_collada/CDaeArrayWriter.h"
+#include "daedom/CDaeArrayWriter.h"
 
-#include "qdsgloader_collada/CDaeNumber.h"
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeNumber.h"
+#include "daedom/CDaeUri.h"
 
 #include <algorithm>
 #include <concepts>

@@ -1,8 +1,8 @@
 // Documents of every kind, sound and damaged, through the reader.
-#include "qdsgloader_collada/CDaeFile.h"
+#include "daedom/CDaeFile.h"
 
-#include "qdsgloader_collada/CDaeTestDocument.h"
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeTestDocument.h"
+#include "daedom/CDaeUri.h"
 #include "support/CLogCapture.h"
 #include "support/CTempFile.h"
 

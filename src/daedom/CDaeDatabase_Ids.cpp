@@ -1,7 +1,7 @@
 // A light database behind the COLLADA DOM.
-#include "qdsgloader_collada/CDaeDatabase_Ids.h"
+#include "daedom/CDaeDatabase_Ids.h"
 
-#include "qdsgloader_collada/CDaeUri.h"
+#include "daedom/CDaeUri.h"
 
 #include <dae/daeMetaElement.h>
 

@@ -1,8 +1,8 @@
 // Finding elements, and that documents do not reach beyond themselves.
-#include "qdsgloader_collada/CDaeDatabase_Ids.h"
+#include "daedom/CDaeDatabase_Ids.h"
 
+#include "daedom/CDaeTestDocument.h"
 #include "qdsgloader_collada/CDAEErrorHandler.h"
-#include "qdsgloader_collada/CDaeTestDocument.h"
 #include "support/CLogCapture.h"
 
 #include <gtest/gtest.h>
