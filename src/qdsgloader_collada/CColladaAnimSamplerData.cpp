@@ -1,5 +1,6 @@
 #include "qdsgloader_collada/CColladaAnimSamplerData.h"
 
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdsgloader_collada/CColladaConverter.h"
 #include "qdsgloader_collada/CColladaDataSourceCache.h"
@@ -25,7 +26,7 @@ size_t GetPlace(EColladaValues eValues, size_t nOutput)
 float ConvertValue(EColladaValues eValues, float fValue)
 {
     return eValues == EColladaValues::Degrees
-               ? static_cast<float>(static_cast<double>(fValue) * CColladaConverter::RADIANS_PER_DEGREE)
+               ? static_cast<float>(static_cast<double>(fValue) * RADIANS_PER_DEGREE)
                : fValue;
 }
 

@@ -1,5 +1,6 @@
 #include "qdsgloader_collada/CColladaCameras.h"
 
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/camera/CSGCam_OrthoYMag.h"
 #include "qdscenegraph/camera/CSGCam_PerspYFOV.h"
@@ -18,7 +19,6 @@ namespace
 
 using CCameraPtr = boost::intrusive_ptr<CSGCamera>;
 
-constexpr double RADIANS_PER_DEGREE = CColladaConverter::RADIANS_PER_DEGREE;
 constexpr double INFINITE = std::numeric_limits<double>::infinity();
 
 // The values of one camera. It can be used when all that are read can be; the first that cannot is reported.

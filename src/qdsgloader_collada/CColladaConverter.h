@@ -8,16 +8,12 @@
 #include "qdscenegraph/texture/PixelFormat.h"
 #include "qdsgloader_collada/CColladaInterpolation.h"
 
-#include <numbers>
 #include <span>
 #include <string_view>
 
 class CColladaConverter
 {
   public:
-    // Documents have angles in degrees.
-    static constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
-
     // The vertex member that an input of the semantic fills (compared exactly); MEMBER_NONE (reported) for
     // others.
     static CSGVertexFormat::EMember GetVertDataMember(std::string_view strSemantic);

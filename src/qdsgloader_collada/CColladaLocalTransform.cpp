@@ -1,5 +1,6 @@
 #include "qdsgloader_collada/CColladaLocalTransform.h"
 
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLog.h"
 #include "qdscenegraph/node/CSGNode.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
@@ -52,7 +53,7 @@ CTransformPtr MakeRotate(std::span<const double> arrValues)
         return nullptr;
     }
     return CSGXFrm_Rotate::Create(GetFloat3(arrValues, 0),
-                                  static_cast<float>(arrValues[3] * CColladaConverter::RADIANS_PER_DEGREE));
+                                  static_cast<float>(arrValues[3] * RADIANS_PER_DEGREE));
 }
 
 CTransformPtr MakeLookAt(std::span<const double> arrValues)

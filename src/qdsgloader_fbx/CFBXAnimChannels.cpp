@@ -1,5 +1,6 @@
 #include "qdsgloader_fbx/CFBXAnimChannels.h"
 
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/reference/CSGATFRef_Visibility.h"
 #include "qdscenegraph/reference/CSGRefKind.h"
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace
@@ -19,8 +19,6 @@ constexpr const char* TRANSLATION = "Lcl Translation";
 constexpr const char* ROTATION = "Lcl Rotation";
 constexpr const char* SCALING = "Lcl Scaling";
 constexpr const char* VISIBILITY = "Visibility";
-
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
 
 // What a curve's default and a property say of the same value differs by the digits that are written.
 bool IsSame(double fLeft, double fRight)

@@ -1,6 +1,7 @@
 #include "qdsgloader_fbx/CFBXCameraConverter.h"
 
 #include "fbxsdk/fbxsdk.h"
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/camera/CSGCam_OrthoYMag.h"
 #include "qdscenegraph/camera/CSGCam_PerspYFOV.h"
@@ -11,12 +12,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 namespace
 {
 
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
 constexpr double MM_PER_INCH = 25.4;
 // What an orthographic camera shows across at a zoom of 1.
 constexpr double ORTHO_WIDTH = 30.0;

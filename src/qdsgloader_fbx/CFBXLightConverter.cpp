@@ -1,6 +1,7 @@
 #include "qdsgloader_fbx/CFBXLightConverter.h"
 
 #include "fbxsdk/fbxsdk.h"
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/light/CSGData_LightSet.h"
 #include "qdscenegraph/light/CSGLight_Directional.h"
@@ -12,12 +13,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 namespace
 {
 
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
 constexpr double FULL_INTENSITY = 100.0;
 constexpr double HALF_SPACE = 180.0;
 constexpr double MAX_FALLOFF_EXPONENT = 128.0; // what fixed-function lighting knows at most

@@ -1,5 +1,6 @@
 #include "qdsgloader_fbx/CFBXLocalTransform.h"
 
+#include "qdcommon/Angles.h"
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/transform/CSGXFrm_Rotate.h"
 #include "qdscenegraph/transform/CSGXFrm_Scale.h"
@@ -8,12 +9,9 @@
 #include "qdsgloader_fbx/CQDSGLoaderFBXLib.h"
 
 #include <algorithm>
-#include <numbers>
 
 namespace
 {
-
-constexpr double RADIANS_PER_DEGREE = std::numbers::pi / 180.0;
 
 bool IsScalingAnimated(const FbxNode& rNode)
 {
