@@ -1,12 +1,14 @@
 """One measurement in a process of its own: child.py WHAT [ARGUMENTS]; started by bench/compare.
 
-The last line printed is a JSON object: the seconds that the one call took (imports and preparations are not counted)
-and the process' peak memory in KiB.
+The last line printed is a JSON object: the seconds that the one call took (imports and preparations are not counted),
+by the clock and of the processor, and the process' peak memory in KiB.
 """
 import json
 import os
 import sys
 import time
+
+NOTHING = {"seconds": 0.0, "cpu_seconds": 0.0}, None  # of a process that is started only
 
 
 def peak_kib():
@@ -19,9 +21,9 @@ def peak_kib():
 
 
 def timed(call, *arguments):
-    begin = time.perf_counter()
+    begin, cpu_begin = time.perf_counter(), time.process_time()
     result = call(*arguments)
-    return time.perf_counter() - begin, result
+    return {"seconds": time.perf_counter() - begin, "cpu_seconds": time.process_time() - cpu_begin}, result
 
 
 def plain_write(path, data):
@@ -51,7 +53,7 @@ def measure(what, arguments):
     if what.startswith("pycollada"):
         import collada
 
-        return timed(collada.Collada, arguments[0]) if what == "pycollada-load" else (0.0, None)
+        return timed(collada.Collada, arguments[0]) if what == "pycollada-load" else NOTHING
     import qdsg
 
     if what == "qdsg-load":
@@ -64,11 +66,11 @@ def measure(what, arguments):
         resource_set = qdsg.load_resource_set(arguments[0])
         return timed(qdsg.save_resource_set, new_file(arguments[1]), resource_set)
     assert what == "qdsg-idle"
-    return 0.0, None
+    return NOTHING
 
 
-seconds, kept = measure(sys.argv[1], sys.argv[2:])
+times, kept = measure(sys.argv[1], sys.argv[2:])
 sys.stdout.flush()
-print(json.dumps({"seconds": seconds, "peak_kib": peak_kib()}))
+print(json.dumps({**times, "peak_kib": peak_kib()}))
 sys.stdout.flush()
 os._exit(0)  # nobody waits for what is only being cleared away

@@ -18,12 +18,13 @@ def count_nodes(root):
 
 def convert(source, target):
     begin = time.time()
-    root = qdsg.load(source)
+    scene = qdsg.load_resource_set(source)
     loaded = time.time()
-    qdsg.save_resource_set(target, qdsg.create_resource_set_from_node(root))
+    qdsg.save_resource_set(target, scene)
     saved = time.time()
-    print("%s: %d bytes, %d nodes (loaded in %.3f s, saved in %.3f s)"
-          % (target, os.path.getsize(target), count_nodes(root), loaded - begin, saved - loaded))
+    print("%s: %d bytes, %d nodes, %d animations (loaded in %.3f s, saved in %.3f s)"
+          % (target, os.path.getsize(target), count_nodes(scene.scene_graph), len(scene.animations), loaded - begin,
+             saved - loaded))
 
 
 def main():

@@ -29,13 +29,48 @@ bool IsSame(double fLeft, double fRight)
 
 } // namespace
 
+CFBXAnimChannels::CFBXAnimChannels(std::span<FbxNode* const> arrHierarchy, const CFBXNodePaths& rPaths,
+                                   bool bKeepQuaternions, bool bResample)
+    : m_arrHierarchy(arrHierarchy),
+      m_rPaths(rPaths),
+      m_objInheritSampler(arrHierarchy),
+      m_bKeepQuaternions(bKeepQuaternions),
+      m_bResample(bResample)
+{
+    for (const FbxNode* pNode : arrHierarchy)
+    {
+        m_mapPlaces.emplace(pNode, m_mapPlaces.size());
+        for (const CFBXLink& rLink : pNode->GetSrcLinks())
+        {
+            const auto* pCurveNode = dynamic_cast<const FbxAnimCurveNode*>(rLink.m_pObject);
+            if (pCurveNode != nullptr && pCurveNode->IsAnimated())
+            {
+                auto& [pFirst, bMore] = m_mapAnimated[{pNode, rLink.m_strProperty}];
+                bMore = bMore || (pFirst != nullptr && pFirst != pCurveNode);
+                pFirst = pFirst != nullptr ? pFirst : pCurveNode;
+            }
+        }
+    }
+}
+
 CFBXAnimChannels::CChannelList CFBXAnimChannels::LoadLayer(const FbxAnimLayer& rLayer,
                                                            const CFBXKeyRange& rRange)
 {
     m_pLayer = &rLayer;
     m_objRange = rRange;
-    for (const FbxNode* pNode : m_arrHierarchy)
+    // Files may have as many layers as nodes: those that the layer drives are all that it looks at.
+    std::vector<size_t> vecPlaces;
+    for (const FbxObject* pObject : rLayer.GetDrivenObjects())
     {
+        if (const auto it = m_mapPlaces.find(pObject); it != m_mapPlaces.end())
+        {
+            vecPlaces.push_back(it->second);
+        }
+    }
+    std::ranges::sort(vecPlaces);
+    for (const size_t nPlace : vecPlaces)
+    {
+        const FbxNode* pNode = m_arrHierarchy[nPlace];
         LoadVector(*pNode, TRANSLATION, pNode->GetLclTranslation(), CFBXLocalTransform::TRANSLATE_NAME);
         LoadRotation(*pNode);
         LoadVector(*pNode, SCALING, pNode->GetLclScaling(), CFBXLocalTransform::SCALE_NAME);
@@ -49,8 +84,23 @@ CFBXAnimChannels::CChannelList CFBXAnimChannels::LoadLayer(const FbxAnimLayer& r
     return std::exchange(m_vecChannels, {});
 }
 
-CFBXCurveKeys CFBXAnimChannels::LoadCurve(const FbxNode& rNode, const FbxAnimCurve& rCurve, bool bResample)
+bool CFBXAnimChannels::IsAnimatedElsewhere(const FbxNode& rNode, std::string_view strProperty,
+                                           const FbxAnimCurveNode* pCurveNode)
 {
+    const auto it = m_mapAnimated.find({&rNode, strProperty});
+    return it != m_mapAnimated.end() && (it->second.first != pCurveNode || it->second.second);
+}
+
+std::optional<CFBXCurveKeys> CFBXAnimChannels::LoadCurve(const FbxNode& rNode, const FbxAnimCurve& rCurve,
+                                                         bool bResample)
+{
+    if (!m_objBudget.TakeKeysOf(rCurve))
+    {
+        Log(QD_FBX, LOG_ERROR,
+            "A curve of node '%s' is left out: it drives too many nodes, with %d keys each.", rNode.GetName(),
+            rCurve.KeyGetCount());
+        return std::nullopt;
+    }
     CFBXKeyRange objRange = m_objRange;
     if (!bResample)
     {
@@ -74,17 +124,16 @@ bool CFBXAnimChannels::LoadCurves(const FbxNode& rNode, const char* szProperty, 
     {
         return false;
     }
-    const bool bElsewhere =
-        std::ranges::any_of(rNode.GetSrcObjects<FbxAnimCurveNode>(szProperty),
-                            [&](const auto* pOther) { return pOther != pCurveNode && pOther->IsAnimated(); });
+    const bool bElsewhere = IsAnimatedElsewhere(rNode, szProperty, pCurveNode);
     for (size_t n = 0; n < std::size(COMPONENTS); ++n)
     {
         const auto* pChannel = pCurveNode->FindChannel(COMPONENTS[n]);
         const FbxAnimCurve* pCurve = pChannel != nullptr ? pChannel->pCurve : nullptr;
         if (pCurve != nullptr && pCurve->KeyGetCount() > 0)
         {
-            rarrCurves[n] = LoadCurve(rNode, *pCurve, m_bResample);
-            rarrWanted[n] = true;
+            std::optional<CFBXCurveKeys> objKeys = LoadCurve(rNode, *pCurve, m_bResample);
+            rarrWanted[n] = objKeys.has_value();
+            rarrCurves[n] = objKeys ? std::move(*objKeys) : CFBXCurveKeys(rRest[n]);
             continue;
         }
         const double fValue = pCurve != nullptr     ? pCurve->Evaluate(FbxTime())
@@ -163,8 +212,13 @@ void CFBXAnimChannels::LoadVisibility(const FbxNode& rNode)
     {
         return;
     }
+    std::optional<CFBXCurveKeys> objKeys = LoadCurve(rNode, *pCurve, false);
+    if (!objKeys)
+    {
+        return;
+    }
     CFBXAnimCurveTranslator::CCurves arrCurves;
-    arrCurves[0] = LoadCurve(rNode, *pCurve, false);
+    arrCurves[0] = std::move(*objKeys);
     const CFBXAnimCurveTranslator objTranslator(std::move(arrCurves));
     const CSGRefPathPtr spPath = m_rPaths.CreatePath(rNode);
     if (spPath && spPath->AddRef(CSGATFRef_Visibility::Create()))

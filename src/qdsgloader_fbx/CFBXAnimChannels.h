@@ -8,7 +8,11 @@
 #include "qdsgloader_fbx/CFBXNodePaths.h"
 
 #include <array>
+#include <map>
+#include <optional>
 #include <span>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 // Of what a layer animates: translation, rotation, scaling and visibility of nodes. What cannot be made is
@@ -21,13 +25,7 @@ class CFBXAnimChannels
     // The nodes of the scene in document order; all are borrowed. Rotations are one quaternion or three
     // angles; resampled, transforms have a key a frame.
     CFBXAnimChannels(std::span<FbxNode* const> arrHierarchy, const CFBXNodePaths& rPaths,
-                     bool bKeepQuaternions, bool bResample)
-        : m_arrHierarchy(arrHierarchy),
-          m_rPaths(rPaths),
-          m_objInheritSampler(arrHierarchy),
-          m_bKeepQuaternions(bKeepQuaternions),
-          m_bResample(bResample)
-    {}
+                     bool bKeepQuaternions, bool bResample);
 
     // In the order of the nodes, those of "inherit" transforms last. The frames of the range are those that
     // are sampled.
@@ -47,12 +45,20 @@ class CFBXAnimChannels
     // when none is.
     bool LoadCurves(const FbxNode& rNode, const char* szProperty, const FbxDouble3& rRest,
                     CFBXAnimCurveTranslator::CCurves& rarrCurves, CWanted& rarrWanted);
-    CFBXCurveKeys LoadCurve(const FbxNode& rNode, const FbxAnimCurve& rCurve, bool bResample);
+    // Nothing (reported) when too many keys are made of one curve for different things.
+    std::optional<CFBXCurveKeys> LoadCurve(const FbxNode& rNode, const FbxAnimCurve& rCurve, bool bResample);
+    // Whether some layer animates the property by another curve node than that.
+    bool IsAnimatedElsewhere(const FbxNode& rNode, std::string_view strProperty,
+                             const FbxAnimCurveNode* pCurveNode);
     void AddTransformChannel(const FbxNode& rNode, const char* szTransform, ETarget eTarget,
                              const CSamplerPtr& spSampler);
     void AddChannel(const CQDString& rName, const CSamplerPtr& spSampler, const CSGRefPathPtr& spPath);
 
     std::span<FbxNode* const> m_arrHierarchy;
+    std::unordered_map<const FbxObject*, size_t> m_mapPlaces; // in the hierarchy
+    // For each node and property the first curve node with keys, and whether there is another one.
+    std::map<std::pair<const FbxNode*, std::string_view>, std::pair<const FbxAnimCurveNode*, bool>>
+        m_mapAnimated;
     const CFBXNodePaths& m_rPaths;
     CFBXInheritSampler m_objInheritSampler;
     bool m_bKeepQuaternions;

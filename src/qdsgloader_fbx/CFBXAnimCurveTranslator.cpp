@@ -34,6 +34,7 @@ class CKeyWriter
 
   private:
     CFBXAnimCurveTranslator::CSamplerPtr WriteKeys();
+    void Reserve(size_t nOutputs);
     CSGAnimSampler::EInterpType FindInterpType() const;
     double GetPart(const CFBXCurveKeys& rCurve, size_t nKey, EPart ePart) const;
     // Whether a curve jumps between the key and what is on that side of it.
@@ -70,6 +71,8 @@ CFBXAnimCurveTranslator::CSamplerPtr CKeyWriter::WriteKeys()
 {
     // A sampler of steps holds its values by itself.
     const bool bSteps = m_eInterpType == CSGAnimSampler::INTERP_STEP;
+    const bool bQuaternions = m_eInterpType == CSGAnimSampler::INTERP_QUATERNION;
+    Reserve(bQuaternions ? 4 : m_arrCurves.size());
     for (size_t n = 0; n < m_arrTimes.size(); ++n)
     {
         const bool bBefore = !bSteps && Jumps(n, EPart::Before);
@@ -88,13 +91,22 @@ CFBXAnimCurveTranslator::CSamplerPtr CKeyWriter::WriteKeys()
     {
         AddKey(0, EPart::At, false, false);
     }
-    const bool bQuaternions = m_eInterpType == CSGAnimSampler::INTERP_QUATERNION;
     const auto spSampler =
         CSGAnimSampler::Create(static_cast<int32_t>(m_vecTimes.size()),
                                bQuaternions ? 4 : static_cast<int32_t>(m_arrCurves.size()), m_eInterpType);
     return spSampler && spSampler->SetKeyData(m_vecTimes, m_vecValues, m_vecInTangents, m_vecOutTangents)
                ? spSampler
                : nullptr;
+}
+
+// For keys without jumps.
+void CKeyWriter::Reserve(size_t nOutputs)
+{
+    const size_t nTangents = m_eInterpType == CSGAnimSampler::INTERP_BEZIER ? 2 * nOutputs : 0;
+    m_vecTimes.reserve(m_arrTimes.size());
+    m_vecValues.reserve(m_arrTimes.size() * nOutputs);
+    m_vecInTangents.reserve(m_arrTimes.size() * nTangents);
+    m_vecOutTangents.reserve(m_arrTimes.size() * nTangents);
 }
 
 CSGAnimSampler::EInterpType CKeyWriter::FindInterpType() const
@@ -134,8 +146,9 @@ bool CKeyWriter::Jumps(size_t nKey, EPart eSide) const
 
 void CKeyWriter::AddKey(size_t nKey, EPart ePart, bool bInTangent, bool bOutTangent)
 {
-    const CFBXCurveKey objTimes = m_arrTimes.empty() ? CFBXCurveKey() : m_arrTimes[nKey];
-    auto fTime = static_cast<float>(objTimes.m_fTime);
+    static constexpr CFBXCurveKey NO_KEY;
+    const CFBXCurveKey& rTimes = m_arrTimes.empty() ? NO_KEY : m_arrTimes[nKey];
+    auto fTime = static_cast<float>(rTimes.m_fTime);
     if (ePart == EPart::Behind)
     {
         // The value at the key's own time is the key's.
@@ -158,7 +171,7 @@ void CKeyWriter::AddKey(size_t nKey, EPart ePart, bool bInTangent, bool bOutTang
             continue;
         }
         const bool bConstant = rCurve.IsConstant();
-        const CFBXCurveKey& rKey = bConstant ? objTimes : rCurve.GetKeys()[nKey];
+        const CFBXCurveKey& rKey = bConstant ? rTimes : rCurve.GetKeys()[nKey];
         const auto AddTangent = [&](std::vector<float>& rvecTangents, bool bOwn, double fTangentTime,
                                     double fTangentValue) {
             rvecTangents.push_back(bOwn ? static_cast<float>(fTangentTime) : fTime);

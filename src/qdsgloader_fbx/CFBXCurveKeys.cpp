@@ -151,6 +151,17 @@ bool CFBXKeyBudget::Take(double fNumbers)
     return bEnough;
 }
 
+bool CFBXKeyBudget::TakeKeysOf(const FbxAnimCurve& rCurve)
+{
+    const double fNumbers = NUMBERS_PER_KEY * rCurve.KeyGetCount();
+    if (m_setCurves.insert(&rCurve).second)
+    {
+        m_fLeft += fNumbers;
+        return true;
+    }
+    return Take(fNumbers);
+}
+
 CFBXCurveKeys::CFBXCurveKeys(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRange, CFBXKeyBudget& rBudget)
     : m_fConstant(rCurve.Evaluate(FbxTime()))
 {
@@ -158,7 +169,6 @@ CFBXCurveKeys::CFBXCurveKeys(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRa
     const auto& rPost = rCurve.GetPostExtrapolation();
     const bool bSlopes =
         rPre.eType == FbxAnimCurveDef::eKeepSlope || rPost.eType == FbxAnimCurveDef::eKeepSlope;
-    rBudget.AddKeysOfFile(rCurve.KeyGetCount());
     AddCurve(rCurve);
     if (!bSlopes)
     {
@@ -178,17 +188,29 @@ CFBXCurveKeys::CFBXCurveKeys(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRa
     }
     if (m_bCut || !(rRange.m_fFramesPerSecond > 0))
     {
-        CKeys vecCurve = m_vecKeys;
-        const double fEndValue = rCurve.Evaluate(FbxTime::FromSeconds(rRange.m_fEnd));
-        m_bCut |= !AppendExtrapolation(m_vecKeys, vecCurve, rPost, rRange.m_fEnd, fEndValue, rBudget);
-        Reverse(m_vecKeys);
-        Reverse(vecCurve);
-        const double fBeginValue = rCurve.Evaluate(FbxTime::FromSeconds(rRange.m_fBegin));
-        m_bCut |= !AppendExtrapolation(m_vecKeys, vecCurve, rPre, -rRange.m_fBegin, fBeginValue, rBudget);
-        Reverse(m_vecKeys);
+        AddExtrapolations(rCurve, rRange, rBudget);
     }
-    StraightenPieces(m_vecKeys);
     MakeConstantIfSame();
+}
+
+void CFBXCurveKeys::AddExtrapolations(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRange,
+                                      CFBXKeyBudget& rBudget)
+{
+    const auto& rPre = rCurve.GetPreExtrapolation();
+    const auto& rPost = rCurve.GetPostExtrapolation();
+    if (rPre.eType == FbxAnimCurveDef::eConstant && rPost.eType == FbxAnimCurveDef::eConstant)
+    {
+        return; // nearly all curves
+    }
+    CKeys vecCurve = m_vecKeys;
+    const double fEndValue = rCurve.Evaluate(FbxTime::FromSeconds(rRange.m_fEnd));
+    m_bCut |= !AppendExtrapolation(m_vecKeys, vecCurve, rPost, rRange.m_fEnd, fEndValue, rBudget);
+    Reverse(m_vecKeys);
+    Reverse(vecCurve);
+    const double fBeginValue = rCurve.Evaluate(FbxTime::FromSeconds(rRange.m_fBegin));
+    m_bCut |= !AppendExtrapolation(m_vecKeys, vecCurve, rPre, -rRange.m_fBegin, fBeginValue, rBudget);
+    Reverse(m_vecKeys);
+    StraightenPieces(m_vecKeys);
 }
 
 void CFBXCurveKeys::AddCurve(const FbxAnimCurve& rCurve)
@@ -246,6 +268,7 @@ void CFBXCurveKeys::AddFrames(const FbxAnimCurve& rCurve, const CFBXKeyRange& rR
         rKey.m_fBefore = rKey.m_fBehind = rKey.m_fValue;
         rKey.m_ePiece = EFBXPiece::Linear;
     }
+    StraightenPieces(m_vecKeys);
 }
 
 void CFBXCurveKeys::MakeConstantIfSame()

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <unordered_set>
 #include <vector>
 
 class FbxAnimCurve;
@@ -52,13 +53,16 @@ class CFBXKeyBudget
   public:
     // False when so many are not left; then nothing is taken.
     bool Take(double fNumbers);
-    void AddKeysOfFile(int nKeys) { m_fLeft += NUMBERS_PER_KEY * nKeys; }
+    // For the keys of a curve. Those that the file has are free; a curve that drives more than one thing
+    // takes as much for each further one.
+    bool TakeKeysOf(const FbxAnimCurve& rCurve);
 
   private:
     static constexpr double START = 16e6;
     static constexpr double NUMBERS_PER_KEY = 16;
 
     double m_fLeft = START;
+    std::unordered_set<const FbxAnimCurve*> m_setCurves;
 };
 
 class CFBXCurveKeys
@@ -83,6 +87,7 @@ class CFBXCurveKeys
   private:
     void AddCurve(const FbxAnimCurve& rCurve);
     void AddFrames(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRange);
+    void AddExtrapolations(const FbxAnimCurve& rCurve, const CFBXKeyRange& rRange, CFBXKeyBudget& rBudget);
     void MakeConstantIfSame();
 
     std::vector<CFBXCurveKey> m_vecKeys;

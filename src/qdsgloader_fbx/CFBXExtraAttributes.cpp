@@ -36,26 +36,23 @@ constexpr std::array ATTRIBUTE_NAMES{
     CAttributeName{"vantor_donotcull", EAttribute::DO_NOT_CULL},
 };
 
-// Content tools write such a property as a text, a truth value or a number.
-bool GetBool(const FbxProperty& rProperty)
-{
-    const std::string_view strValue = rProperty.GetString();
-    const bool bValue = rProperty.IsString() ? strValue == "true" || strValue == "1" : rProperty.GetBool();
-    Log(QD_FBX, LOG_INFO, "Found %s = '%s'", CQDString(rProperty.GetName()), bValue ? "true" : "false");
-    return bValue;
-}
-
-float GetFloat(const FbxProperty& rProperty)
-{
-    const auto fValue = static_cast<float>(rProperty.GetDouble());
-    Log(QD_FBX, LOG_INFO, "Found %s = %g", CQDString(rProperty.GetName()), static_cast<double>(fValue));
-    return fValue;
-}
-
 } // namespace
 
 void CFBXExtraAttributes::CheckFBXObjectForExtraAttributes(const FbxNode& rNode)
 {
+    // Content tools write such a property as a text, a truth value or a number.
+    const auto GetBool = [](const FbxProperty& rProperty) {
+        const std::string_view strValue = rProperty.GetString();
+        const bool bValue =
+            rProperty.IsString() ? strValue == "true" || strValue == "1" : rProperty.GetBool();
+        Log(QD_FBX, LOG_INFO, "Found %s = '%s'", CQDString(rProperty.GetName()), bValue ? "true" : "false");
+        return bValue;
+    };
+    const auto GetFloat = [](const FbxProperty& rProperty) {
+        const auto fValue = static_cast<float>(rProperty.GetDouble());
+        Log(QD_FBX, LOG_INFO, "Found %s = %g", CQDString(rProperty.GetName()), fValue);
+        return fValue;
+    };
     for (const FbxProperty& rProperty : rNode.GetProperties())
     {
         if (!rProperty.IsUserDefined())

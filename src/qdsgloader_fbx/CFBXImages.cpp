@@ -101,12 +101,16 @@ CSGTexturePtr CFBXImages::LoadImage(const CQDString& rStrImageName, const FbxFil
     const std::span<const uint8_t> arrContent = FindContent(rTexture);
     if (!arrContent.empty())
     {
-        Log(QD_FBX, LOG_INFO, "Loading embedded content for image '%s'", rStrImageName);
-        const CSGTexturePtr spTexture =
-            m_objTextures.LoadFromMemory(arrContent, rStored.empty() ? rStrImageName : rStored);
-        if (spTexture)
+        // Images of other names may be the same media.
+        const auto [it, bNew] = m_mapEmbedded.try_emplace(arrContent.data());
+        if (bNew)
         {
-            return spTexture;
+            Log(QD_FBX, LOG_INFO, "Loading embedded content for image '%s'", rStrImageName);
+            it->second = m_objTextures.LoadFromMemory(arrContent, rStored.empty() ? rStrImageName : rStored);
+        }
+        if (it->second)
+        {
+            return it->second;
         }
     }
     const CQDString strFile = rStored.empty() ? CQDString() : FindFile(rStrImageName, rTexture);

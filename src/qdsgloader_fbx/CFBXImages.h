@@ -49,5 +49,6 @@ class CFBXImages
         m_objMediaFolder; // where tools unpack what is embedded: "scene.fbm" for "scene.fbx"
     std::unordered_map<CQDString, CImage> m_mapImages; // by name
     std::map<CSamplerKey, CSGSamplerPtr> m_mapSamplers;
+    std::unordered_map<const uint8_t*, CSGTexturePtr> m_mapEmbedded; // by content; null: does not decode
     std::optional<std::unordered_map<CQDString, const FbxVideo*>> m_mapContents; // of the scene, by file name
 };

@@ -48,33 +48,52 @@ boost::intrusive_ptr<CSGAnimSampler> CreateSampler(const std::vector<float>& rve
                : nullptr;
 }
 
-// Whether the node has another scale than 1 at rest or in some layer.
-bool IsScaled(const FbxNode& rNode)
+// Tells scales of 1. Many nodes may have one curve.
+class CUnitScales
 {
-    constexpr FbxDouble3 UNIT{{1, 1, 1}};
-    const auto IsUnit = [](const FbxAnimCurveNode::SChannel& rChannel) {
+  public:
+    // Whether the node has another scale than 1 at rest or in some layer.
+    bool IsScaled(const FbxNode& rNode)
+    {
+        constexpr FbxDouble3 UNIT{{1, 1, 1}};
+        return rNode.GetLclScaling() != UNIT ||
+               std::ranges::any_of(rNode.GetSrcObjects<FbxAnimCurveNode>("Lcl Scaling"),
+                                   [this](const FbxAnimCurveNode* pCurves) {
+                                       return !std::ranges::all_of(
+                                           pCurves->GetChannels(),
+                                           [this](const auto& rChannel) { return IsUnit(rChannel); });
+                                   });
+    }
+
+  private:
+    bool IsUnit(const FbxAnimCurveNode::SChannel& rChannel)
+    {
         if (rChannel.pCurve == nullptr)
         {
             return rChannel.dValue == 1;
         }
-        CFBXKeyBudget objBudget;
-        // Keys alone: a curve that goes on otherwise has more than one value there, too.
-        const FbxAnimCurve& rCurve = *rChannel.pCurve;
-        const double fFirst = rCurve.KeyGetCount() > 0 ? rCurve.KeyGetTime(0).GetSecondDouble() : 0;
-        const CFBXCurveKeys objKeys(rCurve, {fFirst, fFirst}, objBudget);
-        return objKeys.IsConstant() && objKeys.GetConstant() == 1;
-    };
-    return rNode.GetLclScaling() != UNIT ||
-           std::ranges::any_of(
-               rNode.GetSrcObjects<FbxAnimCurveNode>("Lcl Scaling"),
-               [&](const auto* pCurves) { return !std::ranges::all_of(pCurves->GetChannels(), IsUnit); });
-}
+        const auto [it, bNew] = m_mapCurves.emplace(rChannel.pCurve, false);
+        if (bNew)
+        {
+            CFBXKeyBudget objBudget;
+            // Keys alone: a curve that goes on otherwise has more than one value there, too.
+            const FbxAnimCurve& rCurve = *rChannel.pCurve;
+            const double fFirst = rCurve.KeyGetCount() > 0 ? rCurve.KeyGetTime(0).GetSecondDouble() : 0;
+            const CFBXCurveKeys objKeys(rCurve, {fFirst, fFirst}, objBudget);
+            it->second = objKeys.IsConstant() && objKeys.GetConstant() == 1;
+        }
+        return it->second;
+    }
+
+    std::unordered_map<const FbxAnimCurve*, bool> m_mapCurves;
+};
 
 } // namespace
 
 CFBXInheritSampler::CFBXInheritSampler(std::span<FbxNode* const> arrHierarchy)
 {
     std::unordered_map<const FbxNode*, size_t> mapPlaces;
+    CUnitScales objUnitScales;
     for (const FbxNode* pNode : arrHierarchy)
     {
         const size_t nPlace = m_vecNodes.size();
@@ -82,8 +101,9 @@ CFBXInheritSampler::CFBXInheritSampler(std::span<FbxNode* const> arrHierarchy)
         const size_t nParent = it != mapPlaces.end() ? it->second : nPlace;
         const bool bParentScaled = nParent != nPlace && m_vecNodes[nParent].m_bScaled;
         mapPlaces[pNode] = nPlace;
-        m_vecNodes.push_back({pNode, nParent, bParentScaled || IsScaled(*pNode),
+        m_vecNodes.push_back({pNode, nParent, bParentScaled || objUnitScales.IsScaled(*pNode),
                               bParentScaled && CFBXLocalTransform::HasInheritTransform(*pNode)});
+        m_bAnyInherits = m_bAnyInherits || m_vecNodes.back().m_bInherits;
     }
 }
 
@@ -138,13 +158,25 @@ std::vector<CFBXInheritSampler::CSampled> CFBXInheritSampler::Sample(const FbxAn
                                                                      const CFBXKeyRange& rRange,
                                                                      CFBXKeyBudget& rBudget) const
 {
+    // Looking for them costs something, too, where there are as many layers as nodes.
+    if (!m_bAnyInherits)
+    {
+        return {};
+    }
+    if (!rBudget.Take(static_cast<double>(m_vecNodes.size())))
+    {
+        Log(QD_FBX, LOG_ERROR,
+            "Nodes do not follow the scale of their parents in layer '%s': it is one of too many.",
+            rLayer.GetName());
+        return {};
+    }
     CPosedList vecPosed = FindPosed(rLayer);
     const auto nWanted = std::ranges::count_if(vecPosed, &CPosed::m_bWanted);
     const double fFrames = rRange.CountFrames();
-    // The sampler has as many again.
-    if (nWanted > 0 &&
-        (!(fFrames <= CFBXKeyRange::MAX_FRAMES) ||
-         !rBudget.Take(fFrames * static_cast<double>(2 * FLOATS) * static_cast<double>(nWanted))))
+    // The sampler has as many again; and to pose a node takes about as long as a matrix takes memory.
+    const double fPerFrame = static_cast<double>(2 * FLOATS) * static_cast<double>(nWanted) +
+                             static_cast<double>(FLOATS) * static_cast<double>(vecPosed.size());
+    if (nWanted > 0 && (!(fFrames <= CFBXKeyRange::MAX_FRAMES) || !rBudget.Take(fFrames * fPerFrame)))
     {
         Log(QD_FBX, LOG_ERROR,
             "%d nodes do not follow the scale of their parents through time: %g frames are too many.",

@@ -51,4 +51,5 @@ class CFBXInheritSampler
     static void PoseAt(CPosedList& rPosed, const FbxAnimLayer& rLayer, FbxTime objTime);
 
     std::vector<CNode> m_vecNodes;
+    bool m_bAnyInherits = false;
 };

@@ -41,24 +41,28 @@ class CFloats
 
 CSGLightAttenuation GetAttenuation(const FbxNode& rFBXNode, const FbxLight& rLight, CFloats& rFloats)
 {
-    // Up to the distance where it begins the light has its full strength: a power of the distance by that
-    // one. Without one it is the distance itself that counts.
-    const double dStart = rLight.GetDecayStart() > 0.0 ? rLight.GetDecayStart() : 1.0;
-    switch (rLight.GetDecayType())
+    if (rLight.GetDecayType() == FbxLight::eNone)
     {
-    case FbxLight::eLinear:
+        return {};
+    }
+    // Up to the distance where it begins the light has its full strength: a power of the distance by that
+    // one. Without one it is the distance itself that counts. It is a distance in the scene, ours are in the
+    // node's space; a node without any size has none.
+    const FbxDouble3 objAxis = rFBXNode.EvaluateGlobalTransform().MultDirection({0.0, 1.0, 0.0});
+    const double dScale = std::hypot(objAxis[0], objAxis[1], objAxis[2]);
+    const double dStart = (rLight.GetDecayStart() > 0.0 ? rLight.GetDecayStart() : 1.0) / dScale;
+    rFloats.Get(dStart);
+    if (rLight.GetDecayType() == FbxLight::eLinear)
+    {
         return {0.0f, rFloats.Get(1.0 / dStart), 0.0f};
-    case FbxLight::eCubic:
+    }
+    if (rLight.GetDecayType() == FbxLight::eCubic)
+    {
         Log(QD_FBX, LOG_WARNING,
             "The light of node '%s' decays with the third power of the distance: taking the second",
             rFBXNode.GetName());
-        [[fallthrough]];
-    case FbxLight::eQuadratic:
-        return {0.0f, 0.0f, rFloats.Get(1.0 / (dStart * dStart))};
-    case FbxLight::eNone:
-        break;
     }
-    return {};
+    return {0.0f, 0.0f, rFloats.Get(1.0 / (dStart * dStart))};
 }
 
 // The mean over the directions of a cone of the angle's cosine to this power.

@@ -13,11 +13,6 @@
 namespace
 {
 
-bool IsScalingAnimated(const FbxNode& rNode)
-{
-    return !rNode.GetSrcObjects<FbxAnimCurveNode>("Lcl Scaling").empty();
-}
-
 FbxDouble3 Negate(const FbxDouble3& rVector) { return FbxDouble3{} - rVector; }
 
 } // namespace
@@ -43,22 +38,16 @@ CSGFloat3 CFBXLocalTransform::ToFloat3(const FbxDouble3& rVector)
 
 bool CFBXLocalTransform::HasInheritTransform(const FbxNode& rNode)
 {
-    if (rNode.GetTransformationInheritType() == FbxNode::eInheritRSrs)
+    // An even scale goes through rotations unchanged: only a node that leaves it out needs to undo it.
+    switch (rNode.GetTransformationInheritType())
     {
+    case FbxNode::eInheritRrSs:
+        return rNode.GetScalingAbove() == FbxNode::eScaledUnevenly;
+    case FbxNode::eInheritRrs:
+        return rNode.GetScalingAbove() != FbxNode::eUnscaled;
+    default:
         return false;
     }
-    // An even scale goes through rotations unchanged: only a node that leaves it out needs to undo it.
-    const bool bEvenMatters = rNode.GetTransformationInheritType() == FbxNode::eInheritRrs;
-    for (const FbxNode* pParent = rNode.GetParent(); pParent != nullptr; pParent = pParent->GetParent())
-    {
-        const FbxDouble3& rScaling = pParent->GetLclScaling();
-        const bool bEven = rScaling[0] == rScaling[1] && rScaling[1] == rScaling[2];
-        if (IsScalingAnimated(*pParent) || !bEven || (bEvenMatters && rScaling[0] != 1.0))
-        {
-            return true;
-        }
-    }
-    return false;
 }
 
 CSGTransform::CTransformPtr CFBXLocalTransform::CreateTransform()
@@ -70,7 +59,7 @@ CSGTransform::CTransformPtr CFBXLocalTransform::CreateTransform()
     if (HasInheritTransform(m_rNode))
     {
         const FbxAMatrix objInherit =
-            m_rNode.GetInheritMatrix(m_rNode.GetParent()->EvaluateGlobalPose(nullptr, FbxTime()), rPose);
+            m_rNode.GetInheritMatrix(m_rNode.GetParent()->GetGlobalRestPose(), rPose);
         QD_CHECK_CALL(AppendMatrix(objBeforeRotation), nullptr);
         QD_CHECK_CALL(Append(CSGXFrm_Transform3::Create(ToTransform3(objInherit)), INHERIT_NAME), nullptr);
         objBeforeRotation = FbxAMatrix();
@@ -106,7 +95,12 @@ bool CFBXLocalTransform::AppendMatrix(const FbxAMatrix& rMatrix)
 
 bool CFBXLocalTransform::AppendQuatRotationTransform()
 {
-    const auto objRotation = FbxQuaternion::FromEuler(m_rNode.GetLclRotation(), m_rNode.GetRotationOrder());
+    const EFbxRotationOrder eOrder = m_rNode.GetRotationOrder();
+    if (!FbxRotationAxes::IsOrder(eOrder))
+    {
+        Log(QD_FBX, LOG_ERROR, "Unknown rotation order %d", static_cast<int>(eOrder));
+    }
+    const auto objRotation = FbxQuaternion::FromEuler(m_rNode.GetLclRotation(), eOrder);
     const auto spRotate = CSGXFrm_Rotate::Create({1.0f, 0.0f, 0.0f}, 0.0f);
     QD_CHECK_CREATED(spRotate, false);
     spRotate->SetRotation({static_cast<float>(objRotation.x), static_cast<float>(objRotation.y),
@@ -118,7 +112,7 @@ bool CFBXLocalTransform::AppendRotationTransforms()
 {
     static constexpr CSGFloat3 AXES[] = {{1.0f, 0.0f, 0.0f}, {0.0f, 1.0f, 0.0f}, {0.0f, 0.0f, 1.0f}};
     const EFbxRotationOrder eOrder = m_rNode.GetRotationOrder();
-    if (eOrder < eEulerXYZ || eOrder > eSphericXYZ)
+    if (!FbxRotationAxes::IsOrder(eOrder))
     {
         Log(QD_FBX, LOG_ERROR, "Unknown rotation order %d", static_cast<int>(eOrder));
     }

@@ -41,11 +41,12 @@ constexpr CColorSource COLOR_SOURCES[] = {
      FbxSurfaceMaterial::sDiffuseFactor},
 };
 
-// Read, but nothing of a material holds what they say.
+// Textures of these are read, but no parameter of a material holds them.
 constexpr const char* IGNORED_PROPERTIES[] = {
     FbxSurfaceMaterial::sDiffuseFactor, FbxSurfaceMaterial::sEmissiveFactor,
     FbxSurfaceMaterial::sAmbientFactor, FbxSurfaceMaterial::sBump,
     FbxSurfaceMaterial::sReflection,    FbxSurfaceMaterial::sReflectionFactor,
+    FbxSurfaceMaterial::sShininess,
 };
 
 // The colour of Lambert and Phong materials that do not say theirs.
@@ -66,7 +67,7 @@ bool IsPlaced(const FbxTexture& rTexture)
 
 } // namespace
 
-CFBXMaterialConverter::CResult CFBXMaterialConverter::Convert()
+CFBXMaterialConverter::CResult CFBXMaterialConverter::PreprocessFBXMaterial()
 {
     LoadColors();
     LoadSpecular();
@@ -74,14 +75,42 @@ CFBXMaterialConverter::CResult CFBXMaterialConverter::Convert()
     LoadTexture(CSGMaterial::PARAM_NORMALMAP, FbxSurfaceMaterial::sNormalMap) ||
         LoadTexture(CSGMaterial::PARAM_NORMALMAP, "Maya|TEX_normal_map") ||
         LoadTexture(CSGMaterial::PARAM_NORMALMAP, "Maya|normalCamera");
-    LoadTransparency();
+    const CQDString& rName = m_rMaterial.GetName();
+    const CSGParamPtr spDiffuse = GetParam(CSGMaterial::PARAM_DIFFUSE);
+    const double dOpacity = m_rMaterial.GetOpacity();
+    int32_t nMaterialFlags = 0;
+    if (const FbxProperty objColor = m_rMaterial.FindProperty(FbxSurfaceMaterial::sTransparentColor);
+        objColor.IsValid())
+    {
+        SetColor(CSGMaterial::PARAM_TRANSPARENT, objColor.GetDouble3().m_arrValues);
+    }
+    if (LoadTexture(CSGMaterial::PARAM_DIFFUSE, FbxSurfaceMaterial::sTransparentColor) ||
+        LoadTexture(CSGMaterial::PARAM_DIFFUSE, FbxSurfaceMaterial::sTransparencyFactor))
+    {
+        Log(QD_FBX, LOG_INFO, "Decided to alphamask material '%s' because it has a transparent sampler.",
+            rName);
+        if (spDiffuse && spDiffuse->GetType() == CSGParam::PARAM_TYPE_SAMPLER)
+        {
+            Log(QD_FBX, LOG_INFO, "Replacing diffuse sampler with transparency sampler in material '%s'.",
+                rName);
+        }
+        nMaterialFlags = CSGMaterial::FLAG_ALPHA_MASK;
+    }
+    else if (dOpacity < 1.0)
+    {
+        Log(QD_FBX, LOG_INFO, "Decided to alphasort material '%s' because it had a transparency value of %g.",
+            rName, 1.0 - dOpacity);
+        GetParam(CSGMaterial::PARAM_TRANSPARENCY) = CSGParamTmpl<float>::Create(
+            CSGMaterial::GetParamName(CSGMaterial::PARAM_TRANSPARENCY), static_cast<float>(dOpacity));
+        nMaterialFlags = CSGMaterial::FLAG_ALPHA_BLEND;
+    }
     LogIgnored();
     m_objResult.spMaterial = CSGMaterial::Create(
         GetParam(CSGMaterial::PARAM_EMISSION), GetParam(CSGMaterial::PARAM_AMBIENT),
         GetParam(CSGMaterial::PARAM_DIFFUSE), GetParam(CSGMaterial::PARAM_SPECULAR),
         GetParam(CSGMaterial::PARAM_NORMALMAP), GetParam(CSGMaterial::PARAM_SHININESS),
-        GetParam(CSGMaterial::PARAM_TRANSPARENT), GetParam(CSGMaterial::PARAM_TRANSPARENCY),
-        m_rMaterial.GetName(), CSGMaterial::TRANSPARENT_A_ONE, m_nMaterialFlags);
+        GetParam(CSGMaterial::PARAM_TRANSPARENT), GetParam(CSGMaterial::PARAM_TRANSPARENCY), rName,
+        CSGMaterial::TRANSPARENT_A_ONE, nMaterialFlags);
     return m_objResult;
 }
 
@@ -140,38 +169,6 @@ void CFBXMaterialConverter::LoadShininess()
         GetParam(CSGMaterial::PARAM_SHININESS) =
             CSGParamTmpl<float>::Create(CSGMaterial::GetParamName(CSGMaterial::PARAM_SHININESS),
                                         static_cast<float>(objShininess.GetDouble()));
-    }
-}
-
-void CFBXMaterialConverter::LoadTransparency()
-{
-    const FbxProperty objColor = m_rMaterial.FindProperty(FbxSurfaceMaterial::sTransparentColor);
-    if (objColor.IsValid())
-    {
-        SetColor(CSGMaterial::PARAM_TRANSPARENT, objColor.GetDouble3().m_arrValues);
-    }
-    const CSGParamPtr spDiffuse = GetParam(CSGMaterial::PARAM_DIFFUSE);
-    if (LoadTexture(CSGMaterial::PARAM_DIFFUSE, FbxSurfaceMaterial::sTransparentColor) ||
-        LoadTexture(CSGMaterial::PARAM_DIFFUSE, FbxSurfaceMaterial::sTransparencyFactor))
-    {
-        Log(QD_FBX, LOG_INFO, "Decided to alphamask material '%s' because it has a transparent sampler.",
-            m_rMaterial.GetName());
-        if (spDiffuse && spDiffuse->GetType() == CSGParam::PARAM_TYPE_SAMPLER)
-        {
-            Log(QD_FBX, LOG_INFO, "Replacing diffuse sampler with transparency sampler in material '%s'.",
-                m_rMaterial.GetName());
-        }
-        m_nMaterialFlags |= CSGMaterial::FLAG_ALPHA_MASK;
-        return;
-    }
-    const double dOpacity = m_rMaterial.GetOpacity();
-    if (dOpacity < 1.0)
-    {
-        Log(QD_FBX, LOG_INFO, "Decided to alphasort material '%s' because it had a transparency value of %g.",
-            m_rMaterial.GetName(), 1.0 - dOpacity);
-        m_nMaterialFlags |= CSGMaterial::FLAG_ALPHA_BLEND;
-        GetParam(CSGMaterial::PARAM_TRANSPARENCY) = CSGParamTmpl<float>::Create(
-            CSGMaterial::GetParamName(CSGMaterial::PARAM_TRANSPARENCY), static_cast<float>(dOpacity));
     }
 }
 

@@ -25,13 +25,12 @@ class CFBXMaterialConverter
           m_rImages(rImages)
     {}
 
-    CResult Convert();
+    CResult PreprocessFBXMaterial();
 
   private:
     void LoadColors();
     void LoadSpecular();
     void LoadShininess();
-    void LoadTransparency();
     void LogIgnored() const;
 
     // The first texture of the property that has an image; the others are named in the log.
@@ -45,5 +44,4 @@ class CFBXMaterialConverter
     CFBXImages& m_rImages;
     std::array<CSGParamPtr, CSGMaterial::PARAM_COUNT> m_arrParams; // null: the slot's default
     CResult m_objResult;
-    int32_t m_nMaterialFlags = 0;
 };

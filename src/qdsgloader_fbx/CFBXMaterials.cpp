@@ -40,12 +40,11 @@ void CFBXMaterials::PreprocessFBXMaterial(const FbxSurfaceMaterial& rMaterial)
         Log(QD_FBX, LOG_DETAIL, "Material '%s' already in cache.", rMaterial.GetName());
         return;
     }
-    it->second = CFBXMaterialConverter(rMaterial, m_objImages).Convert();
+    it->second = CFBXMaterialConverter(rMaterial, m_objImages).PreprocessFBXMaterial();
 }
 
-boost::intrusive_ptr<CSGData_Material> CFBXMaterials::GetMaterialData(const FbxSurfaceMaterial& rMaterial,
-                                                                      const FbxMesh& rMesh,
-                                                                      const CFBXExtraAttributes& rAttributes)
+boost::intrusive_ptr<CSGData_Material> CFBXMaterials::CreateMaterialData(
+    const FbxSurfaceMaterial& rMaterial, const FbxMesh& rMesh, const CFBXExtraAttributes& rAttributes)
 {
     const auto it = m_mapMaterials.find(&rMaterial);
     if (it == m_mapMaterials.end() || !it->second.spMaterial)

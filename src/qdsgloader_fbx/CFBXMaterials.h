@@ -27,9 +27,9 @@ class CFBXMaterials
     void PreprocessFBXMaterial(const FbxSurfaceMaterial& rMaterial);
     // What a node needs to be drawn with a material that was preprocessed: textures are laid over the mesh,
     // and the attributes count for this node alone. Null (reported) without such a material.
-    boost::intrusive_ptr<CSGData_Material> GetMaterialData(const FbxSurfaceMaterial& rMaterial,
-                                                           const FbxMesh& rMesh,
-                                                           const CFBXExtraAttributes& rAttributes);
+    boost::intrusive_ptr<CSGData_Material> CreateMaterialData(const FbxSurfaceMaterial& rMaterial,
+                                                              const FbxMesh& rMesh,
+                                                              const CFBXExtraAttributes& rAttributes);
 
   private:
     using CTexCoordSets = std::array<int32_t, CSGMaterial::PARAM_COUNT>;

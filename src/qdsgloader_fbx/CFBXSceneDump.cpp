@@ -4,6 +4,7 @@
 #include "qdcommon/CLog.h"
 #include "qdsgloader_fbx/CQDSGLoaderFBXLib.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace
@@ -16,16 +17,17 @@ void LogVector(const char* szName, const FbxDouble3& rVector)
 
 void LogNode(const FbxNode& rNode, size_t nDepth)
 {
-    Log(QD_FBX, LOG_DETAIL, "    %s%s", CQDString(2 * nDepth, ' '), rNode.GetName());
+    constexpr size_t MAX_INDENT = 64; // further in it cannot be read
+    const CQDString strIndent(std::min(2 * nDepth, MAX_INDENT), ' ');
+    Log(QD_FBX, LOG_DETAIL, "    %s%s", strIndent, rNode.GetName());
     for (int n = 0; n < rNode.GetNodeAttributeCount(); ++n)
     {
-        Log(QD_FBX, LOG_DETAIL, "    %s  attribute type %d", CQDString(2 * nDepth, ' '),
+        Log(QD_FBX, LOG_DETAIL, "    %s  attribute type %d", strIndent,
             static_cast<int>(rNode.GetNodeAttributeByIndex(n)->GetAttributeType()));
     }
     for (int n = 0; n < rNode.GetMaterialCount(); ++n)
     {
-        Log(QD_FBX, LOG_DETAIL, "    %s  material '%s'", CQDString(2 * nDepth, ' '),
-            rNode.GetMaterial(n)->GetName());
+        Log(QD_FBX, LOG_DETAIL, "    %s  material '%s'", strIndent, rNode.GetMaterial(n)->GetName());
     }
 }
 

@@ -12,10 +12,13 @@
 namespace
 {
 
-// Of one scene graph. Every node with a skinned mesh has its own list of joints: many nodes with one mesh of
-// many clusters could ask for more than any memory holds.
-constexpr size_t MAX_JOINTS = 1 << 22;
+// Of one scene graph, besides those of the first piece of each mesh. Every piece of a skinned mesh on every
+// node with it has its own list of joints: a mesh of many clusters could ask for more than any memory holds.
+constexpr size_t MAX_JOINTS = 1 << 20;
 constexpr size_t JOINTS_PER_BINDING = 16; // what a skin binding takes up besides its joints
+// Clusters belong to one skin, and skins to one mesh. Where a file connects them to many, each mesh looks
+// through all of them.
+constexpr size_t MAX_WEIGHTS = 1 << 26;
 
 constexpr double MAX_WEIGHT = 1e30;
 // Weights of exporters add up to 1 about as well as this.
@@ -114,33 +117,40 @@ void AddRest(std::vector<CSGSkinWeight>& rvecRow, int32_t nMeshJoint)
 bool CFBXSkinBuilder::AddSkin(CSGNode& rSGNode, const FbxNode& rFBXNode, const FbxMesh& rMesh,
                               const CFBXGeometryBuilder::CPiece& rPiece)
 {
-    if ((m_pFBXNode != &rFBXNode || m_pMesh != &rMesh) && !LoadMesh(rFBXNode, rMesh))
-    {
-        return false;
-    }
-    if (m_vecJoints.empty() || !rPiece.m_spBinding)
+    CMeshSkin& rMeshSkin = GetMeshSkin(rFBXNode, rMesh);
+    if (!rMeshSkin.m_spWeights || !rPiece.m_spBinding)
     {
         return true;
     }
-    m_nNumJoints += m_vecJoints.size() + JOINTS_PER_BINDING;
-    if (m_nNumJoints > MAX_JOINTS)
+    const bool bRepeated = !rMeshSkin.m_mapPieces.empty();
+    m_nNumJoints += bRepeated ? rMeshSkin.m_vecClusters.size() + JOINTS_PER_BINDING : 0;
+    if (bRepeated && m_nNumJoints > MAX_JOINTS)
     {
-        Log(QD_FBX, LOG_ERROR, "The skins of all nodes have more than %d joints: node '%s' goes without",
+        Log(QD_FBX, LOG_ERROR, "The skins of nodes have %d joints more than the file: node '%s' goes without",
             static_cast<int>(MAX_JOINTS), rFBXNode.GetName());
         return true;
     }
-    const auto spWeights = m_spWeights->CreateSelection(rPiece.m_vecControlPoints);
-    QD_CHECK_CREATED(spWeights, false);
+    if ((m_pFBXNode != &rFBXNode || m_pMesh != &rMesh) && !LoadJoints(rFBXNode, rMesh, rMeshSkin))
+    {
+        return false;
+    }
+    boost::intrusive_ptr<CSGSkinVertexWeights>& rspWeights = rMeshSkin.m_mapPieces[&rPiece];
+    if (!rspWeights)
+    {
+        rspWeights = rMeshSkin.m_spWeights->CreateSelection(rPiece.m_vecControlPoints);
+    }
+    QD_CHECK_CREATED(rspWeights, false);
     std::vector<CSGSkin::CJointPtr> vecJoints;
     for (const CJoint& rJoint : m_vecJoints)
     {
         vecJoints.push_back(rJoint.m_spJoint);
     }
-    if (spWeights->GetMaxJoint() + 1 < static_cast<int32_t>(vecJoints.size()))
+    if (rspWeights->GetMaxJoint() + 1 < static_cast<int32_t>(vecJoints.size()))
     {
         vecJoints.pop_back();
     }
-    const auto spSkin = CSGSkin::Create(m_objBindShape, vecJoints, spWeights);
+    const auto spSkin = CSGSkin::Create(CFBXLocalTransform::ToTransform3(rFBXNode.GetGeometricTransform()),
+                                        vecJoints, rspWeights);
     QD_CHECK_CREATED(spSkin, false);
     const auto spBinding = CSGSkinBinding::Create(spSkin, rPiece.m_spBinding);
     QD_CHECK_CREATED(spBinding, false);
@@ -153,44 +163,44 @@ bool CFBXSkinBuilder::AddSkin(CSGNode& rSGNode, const FbxNode& rFBXNode, const F
     return spBindingSet->AddBinding(spBinding) && rSGNode.AddData(spBindingSet.get());
 }
 
-bool CFBXSkinBuilder::LoadMesh(const FbxNode& rFBXNode, const FbxMesh& rMesh)
+CFBXSkinBuilder::CMeshSkin& CFBXSkinBuilder::GetMeshSkin(const FbxNode& rFBXNode, const FbxMesh& rMesh)
+{
+    const auto [it, bNew] = m_mapSkins.try_emplace(&rMesh);
+    CMeshSkin& rSkin = it->second;
+    if (!bNew)
+    {
+        return rSkin;
+    }
+    rSkin.m_vecClusters = FindClusters(rFBXNode, rMesh);
+    if (rSkin.m_vecClusters.size() >= CSGSkinVertexWeights::MAX_JOINTS)
+    {
+        Log(QD_FBX, LOG_ERROR, "Ignoring the skin of node '%s': it has %d clusters", rFBXNode.GetName(),
+            static_cast<int>(rSkin.m_vecClusters.size()));
+    }
+    else if (!rSkin.m_vecClusters.empty())
+    {
+        rSkin.m_spWeights =
+            LoadWeights(rFBXNode, rSkin.m_vecClusters, static_cast<size_t>(rMesh.GetControlPointsCount()));
+    }
+    return rSkin;
+}
+
+bool CFBXSkinBuilder::LoadJoints(const FbxNode& rFBXNode, const FbxMesh& rMesh, const CMeshSkin& rSkin)
 {
     m_pFBXNode = &rFBXNode;
     m_pMesh = &rMesh;
     m_vecJoints.clear();
-    m_spWeights = nullptr;
-    const CClusters vecClusters = FindClusters(rFBXNode, rMesh);
-    const auto itMesh = m_rNodes.find(&rFBXNode);
-    if (vecClusters.empty() || itMesh == m_rNodes.end())
-    {
-        return true;
-    }
-    if (vecClusters.size() >= CSGSkinVertexWeights::MAX_JOINTS)
-    {
-        Log(QD_FBX, LOG_ERROR, "Ignoring the skin of node '%s': it has %d clusters", rFBXNode.GetName(),
-            static_cast<int>(vecClusters.size()));
-        return true;
-    }
-    if (!LoadWeights(rFBXNode, vecClusters, static_cast<size_t>(rMesh.GetControlPointsCount())))
-    {
-        return false;
-    }
-    if (!m_spWeights)
-    {
-        return true;
-    }
-    for (const FbxCluster* pCluster : vecClusters)
+    for (const FbxCluster* pCluster : rSkin.m_vecClusters)
     {
         if (!AddJoint(*m_rNodes.at(pCluster->GetLink()), GetInverseBind(rFBXNode, *pCluster)))
         {
             return false;
         }
     }
-    m_objBindShape = CFBXLocalTransform::ToTransform3(rFBXNode.GetGeometricTransform());
-    return AddJoint(*itMesh->second, FbxAMatrix());
+    return AddJoint(*m_rNodes.at(&rFBXNode), FbxAMatrix());
 }
 
-CFBXSkinBuilder::CClusters CFBXSkinBuilder::FindClusters(const FbxNode& rFBXNode, const FbxMesh& rMesh) const
+CFBXSkinBuilder::CClusters CFBXSkinBuilder::FindClusters(const FbxNode& rFBXNode, const FbxMesh& rMesh)
 {
     for (const FbxBlendShape* pShape : rMesh.GetSrcObjects<FbxBlendShape>())
     {
@@ -203,8 +213,13 @@ CFBXSkinBuilder::CClusters CFBXSkinBuilder::FindClusters(const FbxNode& rFBXNode
             pCache->GetName(), rFBXNode.GetName());
     }
     CClusters vecClusters;
+    std::unordered_set<const FbxObject*> setSeen; // connected more than once, they still count once
     for (const FbxSkin* pSkin : rMesh.GetSrcObjects<FbxSkin>())
     {
+        if (!setSeen.insert(pSkin).second)
+        {
+            continue;
+        }
         if (pSkin->GetSkinningType() == FbxSkin::eDualQuaternion ||
             pSkin->GetSkinningType() == FbxSkin::eBlend)
         {
@@ -212,13 +227,26 @@ CFBXSkinBuilder::CClusters CFBXSkinBuilder::FindClusters(const FbxNode& rFBXNode
                 "Skin '%s' of node '%s' blends dual quaternions: it is skinned linearly instead",
                 pSkin->GetName(), rFBXNode.GetName());
         }
+        m_nNumWeights += pSkin->GetClusters().size();
         for (const FbxCluster* pCluster : pSkin->GetClusters())
         {
+            if (m_nNumWeights > MAX_WEIGHTS)
+            {
+                Log(QD_FBX, LOG_ERROR,
+                    "The skins of all meshes have more than %d weights: node '%s' goes without",
+                    static_cast<int>(MAX_WEIGHTS), rFBXNode.GetName());
+                return {};
+            }
+            if (!setSeen.insert(pCluster).second)
+            {
+                continue;
+            }
             if (m_rNodes.contains(pCluster->GetLink()))
             {
                 vecClusters.push_back(pCluster);
+                m_nNumWeights += pCluster->GetControlPointIndices().size();
             }
-            else
+            else if (m_setUnlinked.insert(pCluster).second)
             {
                 Log(QD_FBX, LOG_WARNING, "Ignoring cluster '%s' of node '%s': it has no link in the scene",
                     pCluster->GetName(), rFBXNode.GetName());
@@ -236,7 +264,9 @@ bool CFBXSkinBuilder::AddJoint(CSGNode& rNode, const FbxAMatrix& rInverseBind)
     return true;
 }
 
-bool CFBXSkinBuilder::LoadWeights(const FbxNode& rFBXNode, const CClusters& rClusters, size_t nNumPoints)
+boost::intrusive_ptr<CSGSkinVertexWeights> CFBXSkinBuilder::LoadWeights(const FbxNode& rFBXNode,
+                                                                        const CClusters& rClusters,
+                                                                        size_t nNumPoints)
 {
     const CPointWeights objWeights(rClusters, nNumPoints);
     if (objWeights.m_nNumOutside > 0)
@@ -248,7 +278,7 @@ bool CFBXSkinBuilder::LoadWeights(const FbxNode& rFBXNode, const CClusters& rClu
     const auto nMeshJoint = static_cast<int32_t>(rClusters.size());
     const FbxCluster::ELinkMode eMode = rClusters.front()->GetLinkMode();
     const auto spWeights = CSGSkinVertexWeights::Create();
-    QD_CHECK_CREATED(spWeights, false);
+    QD_CHECK_CREATED(spWeights, nullptr);
     std::vector<CSGSkinWeight> vecRow;
     int nNumLimited = 0;
     int nNumAdded = 0;
@@ -268,7 +298,7 @@ bool CFBXSkinBuilder::LoadWeights(const FbxNode& rFBXNode, const CClusters& rClu
             vecRow.assign(1, {nMeshJoint, 1.0f});
         }
         bMoves = bMoves || vecRow.front().m_nJoint != nMeshJoint;
-        QD_CHECK_CALL(spWeights->AddVertex(vecRow), false);
+        QD_CHECK_CALL(spWeights->AddVertex(vecRow), nullptr);
     }
     if (nNumAdded > 0)
     {
@@ -282,11 +312,7 @@ bool CFBXSkinBuilder::LoadWeights(const FbxNode& rFBXNode, const CClusters& rClu
         Log(QD_FBX, LOG_WARNING, "The skin of node '%s' has more than %d weights on %d points",
             rFBXNode.GetName(), static_cast<int>(CSGSkinVertexWeights::MAX_JOINTS_PER_VERTEX), nNumLimited);
     }
-    if (bMoves)
-    {
-        m_spWeights = spWeights;
-    }
-    return true;
+    return bMoves ? spWeights : nullptr;
 }
 
 FbxAMatrix CFBXSkinBuilder::GetInverseBind(const FbxNode& rFBXNode, const FbxCluster& rCluster)

@@ -5,6 +5,7 @@
 #include "qdsgloader_fbx/CFBXGeometryBuilder.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 class CSGNode;
 class FbxAMatrix;
@@ -22,7 +23,7 @@ class CFBXSkinBuilder
   public:
     using CNodeMap = std::unordered_map<const FbxNode*, CSGNode*>;
 
-    // The nodes of the whole scene graph; borrowed.
+    // The nodes of the whole scene graph; borrowed. Pieces and meshes must outlive the builder.
     explicit CFBXSkinBuilder(const CNodeMap& rNodes) : m_rNodes(rNodes) {}
 
     // Gives a node that shows a piece of a mesh on an FBX node a binding of the mesh's skins; all of them
@@ -39,25 +40,42 @@ class CFBXSkinBuilder
     };
     using CClusters = std::vector<const FbxCluster*>;
 
-    bool LoadMesh(const FbxNode& rFBXNode, const FbxMesh& rMesh);
-    // All of the mesh's skins that have a link; the deformers that are not read are reported.
-    CClusters FindClusters(const FbxNode& rFBXNode, const FbxMesh& rMesh) const;
+    // What all nodes with a mesh have of its skins.
+    struct CMeshSkin
+    {
+        CClusters m_vecClusters;
+        boost::intrusive_ptr<CSGSkinVertexWeights> m_spWeights; // of the control points; null: no skin
+        // Of the vertices of the pieces.
+        std::unordered_map<const CFBXGeometryBuilder::CPiece*, boost::intrusive_ptr<CSGSkinVertexWeights>>
+            m_mapPieces;
+    };
+
+    CMeshSkin& GetMeshSkin(const FbxNode& rFBXNode, const FbxMesh& rMesh);
+    // Makes the joints for a node with the mesh. False (reported) on failure.
+    bool LoadJoints(const FbxNode& rFBXNode, const FbxMesh& rMesh, const CMeshSkin& rSkin);
+    // All of the mesh's skins that have a link; the deformers that are not read are reported. None (reported)
+    // when they are too many.
+    CClusters FindClusters(const FbxNode& rFBXNode, const FbxMesh& rMesh);
     bool AddJoint(CSGNode& rNode, const FbxAMatrix& rInverseBind);
-    bool LoadWeights(const FbxNode& rFBXNode, const CClusters& rClusters, size_t nNumPoints);
+    // Null (reported) when they cannot be made, and when no point follows a cluster.
+    static boost::intrusive_ptr<CSGSkinVertexWeights> LoadWeights(const FbxNode& rFBXNode,
+                                                                  const CClusters& rClusters,
+                                                                  size_t nNumPoints);
     // From the space of the mesh's node to that of the cluster's link when they were bound. What the cluster
     // does not say comes from the bind poses, else from how the nodes stand at rest.
     FbxAMatrix GetInverseBind(const FbxNode& rFBXNode, const FbxCluster& rCluster);
     FbxAMatrix GetGlobalTransformAtBind(const FbxNode& rFBXNode);
 
     const CNodeMap& m_rNodes;
-    size_t m_nNumJoints = 0; // of all skins that were made
+    size_t m_nNumJoints = 0;  // of all skins, without the first of each mesh
+    size_t m_nNumWeights = 0; // that all meshes have asked for
+    std::unordered_map<const FbxMesh*, CMeshSkin> m_mapSkins;
+    std::unordered_set<const FbxCluster*> m_setUnlinked; // those that were reported
     const FbxScene* m_pPoseScene = nullptr;
     std::unordered_map<const FbxNode*, const FbxAMatrix*> m_mapBindPose; // of m_pPoseScene
 
-    // Of the mesh that was asked for last:
+    // Of the node and the mesh that were asked for last:
     const FbxNode* m_pFBXNode = nullptr;
     const FbxMesh* m_pMesh = nullptr;
-    std::vector<CJoint> m_vecJoints; // the mesh's own node comes last; none at all: no skin
-    CTransform3 m_objBindShape;
-    boost::intrusive_ptr<CSGSkinVertexWeights> m_spWeights; // of its control points
+    std::vector<CJoint> m_vecJoints; // the mesh's own node comes last
 };

@@ -2,6 +2,7 @@
 
 #include "qdcommon/CLogChecks.h"
 #include "qdscenegraph/texture/CSGTextureLoader.h"
+#include "qdscenegraph/texture/CSGTexturePool.h"
 #include "qdsgloader_fbx/CSGLoaderFBXImpl.h"
 
 #include <new>
@@ -11,4 +12,13 @@ boost::intrusive_ptr<CSGLoaderFBX> CSGLoaderFBX::Create(
 {
     QD_CHECK_ARG(spTextureLoader, nullptr);
     return new (std::nothrow) CSGLoaderFBXImpl(spTextureLoader, bKeepQuaternions, bResample);
+}
+
+CSGLoaderFBX::CSGLoaderFBX() = default;
+
+CSGLoaderFBX::~CSGLoaderFBX() = default;
+
+void CSGLoaderFBX::SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool)
+{
+    m_spTexturePool = spTexturePool;
 }

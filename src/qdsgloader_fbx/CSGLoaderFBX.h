@@ -16,6 +16,13 @@ class CSGLoaderFBX : public CSGLoader
     static boost::intrusive_ptr<CSGLoaderFBX> Create(
         const boost::intrusive_ptr<CSGTextureLoader>& spTextureLoader, bool bKeepQuaternions, bool bResample);
 
+    ~CSGLoaderFBX() override;
+
     // The pool that textures are looked up in first; null for none. To be set before LoadFile.
-    virtual void SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool) = 0;
+    void SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool);
+
+  protected:
+    CSGLoaderFBX();
+
+    boost::intrusive_ptr<CSGTexturePool> m_spTexturePool;
 };

@@ -10,6 +10,7 @@
 #include "qdsgloader_fbx/CFBXSceneDump.h"
 #include "qdsgloader_fbx/CQDSGLoaderFBXLib.h"
 
+#include <exception>
 #include <filesystem>
 
 namespace
@@ -36,11 +37,6 @@ CSGLoaderFBXImpl::CSGLoaderFBXImpl(const boost::intrusive_ptr<CSGTextureLoader>&
 {}
 
 CSGLoaderFBXImpl::~CSGLoaderFBXImpl() = default;
-
-void CSGLoaderFBXImpl::SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool)
-{
-    m_spTexturePool = spTexturePool;
-}
 
 bool CSGLoaderFBXImpl::CanLoadFile(const CQDString& rStrFilename) const
 {
@@ -71,13 +67,20 @@ bool CSGLoaderFBXImpl::LoadFile(const CQDString& rStrFilename)
         Log(QD_FBX, LOG_ERROR, "Unrecognized extension for file '%s'", rStrFilename);
         return false;
     }
-    if (!LoadFBXFile(rStrFilename))
+    try
     {
-        ClearLoadData();
-        return false;
+        if (LoadFBXFile(rStrFilename))
+        {
+            m_strFilename = rStrFilename;
+            return true;
+        }
     }
-    m_strFilename = rStrFilename;
-    return true;
+    catch (const std::exception& rException) // there is no memory
+    {
+        Log(QD_FBX, LOG_ERROR, "Failed to load '%s': %s", rStrFilename, rException.what());
+    }
+    ClearLoadData();
+    return false;
 }
 
 bool CSGLoaderFBXImpl::LoadFBXFile(const CQDString& rStrFilename)
@@ -121,11 +124,6 @@ bool CSGLoaderFBXImpl::LoadScene(const CQDString& rStrFilename)
     spImporter->GetFileVersion(nMajor, nMinor, nRevision);
     Log(QD_FBX, LOG_INFO, "FBX version number for file %s is %d.%d.%d", rStrFilename, nMajor, nMinor,
         nRevision);
-    if (spImporter->IsPasswordProtected())
-    {
-        Log(QD_FBX, LOG_ERROR, "Password required.  Input of same not implemented");
-        return false;
-    }
     m_strActiveAnimStack = spImporter->GetActiveAnimStackName();
     Log(QD_FBX, LOG_INFO, "Animation Stack Information");
     Log(QD_FBX, LOG_INFO, "    Number of Animation Stacks: %d", spImporter->GetAnimStackCount());
@@ -138,6 +136,11 @@ bool CSGLoaderFBXImpl::LoadScene(const CQDString& rStrFilename)
             "import state %s",
             n, rTake.m_strName, rTake.m_strDescription, rTake.m_strImportName,
             rTake.m_bSelect ? "true" : "false");
+    }
+    if (spImporter->IsPasswordProtected())
+    {
+        Log(QD_FBX, LOG_ERROR, "Password required.  Input of same not implemented");
+        return false;
     }
     m_pFBXScene = FbxScene::Create(m_pFBXManager.get(), rStrFilename);
     QD_CHECK_CREATED(m_pFBXScene, false);
@@ -168,13 +171,23 @@ boost::intrusive_ptr<CSGNode> CSGLoaderFBXImpl::LoadSceneGraph()
     }
     Log(QD_FBX, LOG_INFO, "Loading SG from fbx scene.");
     m_mapNodes.clear();
-    PreprocessFBXHierarchy();
-    const CSGNode::CNodePtr spRoot = ConvertHierarchy();
-    QD_CHECK_NOT_NULL(spRoot, nullptr);
-    QD_CHECK_CALL(ProcessFBXMeshes(), nullptr);
-    m_mapNodes.clear();
-    Log(QD_FBX, LOG_INFO, "Finished loading SG from fbx scene.");
-    return spRoot;
+    try
+    {
+        PreprocessFBXHierarchy();
+        const CSGNode::CNodePtr spRoot = ConvertHierarchy();
+        QD_CHECK_NOT_NULL(spRoot, nullptr);
+        QD_CHECK_CALL(ProcessFBXMeshes(), nullptr);
+        m_mapNodes.clear();
+        Log(QD_FBX, LOG_INFO, "Finished loading SG from fbx scene.");
+        return spRoot;
+    }
+    catch (const std::exception& rException) // there is no memory
+    {
+        Log(QD_FBX, LOG_ERROR, "Failed to load the scene graph of '%s': %s", m_strFilename,
+            rException.what());
+        ClearLoadData(); // a mesh may be changed by half
+        return nullptr;
+    }
 }
 
 EUpAxis CSGLoaderFBXImpl::LoadUpAxis()

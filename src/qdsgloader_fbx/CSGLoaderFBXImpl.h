@@ -14,11 +14,13 @@
 
 class CFBXAnimChannels;
 class CFBXExtraAttributes;
+class CFBXGeometryCache;
 class CFBXMaterials;
 class CFBXNodePaths;
 class CFBXSkinBuilder;
 class CSGSurface;
 class FbxAnimStack;
+class FbxGeometryConverter;
 class FbxManager;
 class FbxMesh;
 class FbxNode;
@@ -34,7 +36,6 @@ class CSGLoaderFBXImpl final : public CSGLoaderFBX
                      bool bResample);
     ~CSGLoaderFBXImpl() override;
 
-    void SetTexturePool(const boost::intrusive_ptr<CSGTexturePool>& spTexturePool) override;
     bool CanLoadFile(const CQDString& rStrFilename) const override;
     bool LoadFile(const CQDString& rStrFilename) override;
     boost::intrusive_ptr<CSGNode> LoadSceneGraph() override;
@@ -54,7 +55,8 @@ class CSGLoaderFBXImpl final : public CSGLoaderFBX
     // CSGLoaderFBXImpl_Preprocess.cpp: the file's scene is brought into the form that is converted
     void PreprocessFBXHierarchy();
     // False (reported) when the mesh cannot become one of triangles.
-    bool PreprocessFBXMesh(FbxNode& rNode, FbxMesh& rMesh, bool bTriangulated);
+    bool PreprocessFBXMesh(FbxNode& rNode, FbxMesh& rMesh, FbxGeometryConverter& rConverter,
+                           bool bTriangulated);
 
     // CSGLoaderFBXImpl_Nodes.cpp
     CSGNode::CNodePtr ConvertHierarchy();
@@ -65,7 +67,8 @@ class CSGLoaderFBXImpl final : public CSGLoaderFBX
     // Extra attributes come down from parent to child.
     bool ProcessFBXMeshes();
     bool ProcessFBXMesh(CSGNode& rNode, const FbxNode& rFBXNode, const FbxMesh& rMesh,
-                        const CFBXExtraAttributes& rAttributes, CFBXSkinBuilder& rSkinBuilder);
+                        const CFBXExtraAttributes& rAttributes, CFBXGeometryCache& rGeometryCache,
+                        CFBXSkinBuilder& rSkinBuilder);
 
     // CSGLoaderFBXImpl_Materials.cpp
     void PreprocessFBXMaterial(const FbxSurfaceMaterial& rMaterial);
@@ -76,11 +79,10 @@ class CSGLoaderFBXImpl final : public CSGLoaderFBX
     // CSGLoaderFBXImpl_Animation.cpp: once for a file
     void LoadAllAnimations();
     void LoadAnimStacks();
-    // Null (reported) when the stack has nothing that can be played.
+    // Of a stack of one layer or none. Null (reported) when it has nothing that can be played.
     CSGAnimation::CAnimationPtr LoadAnimStack(const FbxAnimStack& rStack, CFBXAnimChannels& rChannels) const;
 
     boost::intrusive_ptr<CSGTextureLoader> m_spTextureLoader;
-    boost::intrusive_ptr<CSGTexturePool> m_spTexturePool;
     bool m_bKeepQuaternions; // rotations are one quaternion, not three angles
     bool m_bResample;        // animated transforms get a key each frame
     CQDString m_strFilename;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 
 namespace
 {
@@ -35,6 +36,13 @@ CFBXKeyRange FindRange(const FbxAnimStack& rStack, const FbxAnimLayer& rLayer)
         }
     }
     return fBegin <= fEnd ? CFBXKeyRange{fBegin, fEnd} : CFBXKeyRange{};
+}
+
+bool HasKeys(const FbxAnimStack& rStack)
+{
+    return std::ranges::any_of(rStack.GetLayers(), [](const FbxAnimLayer* pLayer) {
+        return std::ranges::any_of(pLayer->GetCurveNodes(), &FbxAnimCurveNode::IsAnimated);
+    });
 }
 
 } // namespace
@@ -77,10 +85,20 @@ CSGAnimation::CAnimationPtr CSGLoaderFBXImpl::LoadAnimation(const CQDString& rSt
 
 void CSGLoaderFBXImpl::LoadAllAnimations()
 {
-    if (!m_bAnimationsLoaded)
+    if (m_bAnimationsLoaded)
+    {
+        return;
+    }
+    m_bAnimationsLoaded = true;
+    try
     {
         LoadAnimStacks();
-        m_bAnimationsLoaded = true;
+    }
+    catch (const std::exception& rException) // there is no memory
+    {
+        Log(QD_FBX, LOG_ERROR, "Failed to load the animations of '%s': %s", m_strFilename, rException.what());
+        m_vecAnimations.clear();
+        m_spDefaultAnimation.reset();
     }
 }
 
@@ -89,6 +107,14 @@ void CSGLoaderFBXImpl::LoadAnimStacks()
     CFBXAnimChannels objChannels(m_vecHierarchy, *m_spNodePaths, m_bKeepQuaternions, m_bResample);
     for (const FbxAnimStack* pStack : m_pFBXScene->GetObjects<FbxAnimStack>())
     {
+        if (pStack->GetLayers().size() > 1)
+        {
+            Log(QD_FBX, LOG_ERROR,
+                "Animation stack '%s' had %d animation layers.  Loading stacks with only one layer is "
+                "supported.",
+                pStack->GetName(), static_cast<int>(pStack->GetLayers().size()));
+            continue;
+        }
         const CSGAnimation::CAnimationPtr spAnimation = LoadAnimStack(*pStack, objChannels);
         if (!spAnimation)
         {
@@ -109,13 +135,6 @@ void CSGLoaderFBXImpl::LoadAnimStacks()
 CSGAnimation::CAnimationPtr CSGLoaderFBXImpl::LoadAnimStack(const FbxAnimStack& rStack,
                                                             CFBXAnimChannels& rChannels) const
 {
-    if (rStack.GetLayers().size() > 1)
-    {
-        Log(QD_FBX, LOG_ERROR,
-            "Animation stack '%s' had %d animation layers.  Loading stacks with only one layer is supported.",
-            rStack.GetName(), static_cast<int>(rStack.GetLayers().size()));
-        return nullptr;
-    }
     CFBXAnimChannels::CChannelList vecChannels;
     CFBXKeyRange objRange;
     if (!rStack.GetLayers().empty())
@@ -127,7 +146,9 @@ CSGAnimation::CAnimationPtr CSGLoaderFBXImpl::LoadAnimStack(const FbxAnimStack& 
     }
     if (vecChannels.empty())
     {
-        Log(QD_FBX, LOG_WARNING, "Animation stack '%s' animates no node.", rStack.GetName());
+        // Many tools write an empty stack into every file: only keys that get lost are worth a warning.
+        Log(QD_FBX, HasKeys(rStack) ? LOG_WARNING : LOG_INFO, "Animation stack '%s' animates no node.",
+            rStack.GetName());
         return nullptr;
     }
     const auto spAnimation = CSGAnimation::Create(vecChannels, static_cast<float>(objRange.m_fBegin),

@@ -18,7 +18,7 @@ bool CSGLoaderFBXImpl::CreateMaterialData(CSGNode& rNode, const FbxSurfaceMateri
 {
     // Without its material the node is still worth to be seen.
     const auto spData =
-        m_spMaterials ? m_spMaterials->GetMaterialData(rMaterial, rMesh, rAttributes) : nullptr;
+        m_spMaterials ? m_spMaterials->CreateMaterialData(rMaterial, rMesh, rAttributes) : nullptr;
     if (spData)
     {
         QD_CHECK_CALL(rNode.AddData(spData.get()), false);

@@ -6,7 +6,7 @@
 #include "qdsgloader_fbx/CFBXCameraConverter.h"
 #include "qdsgloader_fbx/CFBXChildNode.h"
 #include "qdsgloader_fbx/CFBXExtraAttributes.h"
-#include "qdsgloader_fbx/CFBXGeometryBuilder.h"
+#include "qdsgloader_fbx/CFBXGeometryCache.h"
 #include "qdsgloader_fbx/CFBXLightConverter.h"
 #include "qdsgloader_fbx/CFBXLocalTransform.h"
 #include "qdsgloader_fbx/CFBXSkinBuilder.h"
@@ -34,6 +34,7 @@ bool AddGeometry(CSGNode& rNode, const boost::intrusive_ptr<CSGGeomBinding>& spB
 
 bool CSGLoaderFBXImpl::ProcessFBXMeshes()
 {
+    CFBXGeometryCache objGeometryCache;
     CFBXSkinBuilder objSkinBuilder(m_mapNodes);
     std::unordered_map<const FbxNode*, CFBXExtraAttributes> mapAttributes;
     for (const FbxNode* pFBXNode : m_vecHierarchy)
@@ -51,7 +52,9 @@ bool CSGLoaderFBXImpl::ProcessFBXMeshes()
             const FbxNodeAttribute* pAttribute = pFBXNode->GetNodeAttributeByIndex(n);
             if (const auto* pMesh = dynamic_cast<const FbxMesh*>(pAttribute))
             {
-                QD_CHECK_CALL(ProcessFBXMesh(rNode, *pFBXNode, *pMesh, rAttributes, objSkinBuilder), false);
+                QD_CHECK_CALL(
+                    ProcessFBXMesh(rNode, *pFBXNode, *pMesh, rAttributes, objGeometryCache, objSkinBuilder),
+                    false);
             }
             else if (const auto* pLight = dynamic_cast<const FbxLight*>(pAttribute))
             {
@@ -67,19 +70,15 @@ bool CSGLoaderFBXImpl::ProcessFBXMeshes()
 }
 
 bool CSGLoaderFBXImpl::ProcessFBXMesh(CSGNode& rNode, const FbxNode& rFBXNode, const FbxMesh& rMesh,
-                                      const CFBXExtraAttributes& rAttributes, CFBXSkinBuilder& rSkinBuilder)
+                                      const CFBXExtraAttributes& rAttributes,
+                                      CFBXGeometryCache& rGeometryCache, CFBXSkinBuilder& rSkinBuilder)
 {
-    const int nMaterials = rFBXNode.GetMaterialCount();
-    CFBXGeometryBuilder objBuilder(rMesh, nMaterials + 1); // the last: polygons without material
-    if (!objBuilder.BuildGeometry())
+    const CFBXGeometryCache::CPieceList* pPieces = rGeometryCache.GetPieces(rFBXNode, rMesh);
+    for (size_t n = 0; pPieces != nullptr && n < pPieces->size(); ++n)
     {
-        Log(QD_FBX, LOG_ERROR, "Ignoring the mesh of node '%s'", rFBXNode.GetName());
-        return true;
-    }
-    for (int n = 0; const CFBXGeometryBuilder::CPiece& rPiece : objBuilder.GetPieces())
-    {
-        const FbxSurfaceMaterial* pMaterial = n < nMaterials ? rFBXNode.GetMaterial(n) : nullptr;
-        ++n;
+        const CFBXGeometryBuilder::CPiece& rPiece = (*pPieces)[n];
+        const FbxSurfaceMaterial* pMaterial =
+            n + 1 < pPieces->size() ? rFBXNode.GetMaterial(static_cast<int>(n)) : nullptr;
         if (!rPiece.m_spBinding)
         {
             continue;

@@ -5,6 +5,8 @@
 #include "qdsgloader_fbx/CSGLoaderFBXImpl.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace
 {
@@ -15,7 +17,7 @@ bool HasNormalMap(const FbxNode& rNode)
 {
     for (int n = 0; n < rNode.GetMaterialCount(); ++n)
     {
-        if (!rNode.GetMaterial(n)->GetSrcObjects<FbxTexture>(FbxSurfaceMaterial::sNormalMap).empty())
+        if (rNode.GetMaterial(n)->HasNormalMap())
         {
             return true;
         }
@@ -23,32 +25,13 @@ bool HasNormalMap(const FbxNode& rNode)
     return false;
 }
 
-bool GenerateTangents(FbxMesh* pMesh)
-{
-    const int32_t nLayer = 0;
-    QD_ASSERT(pMesh->GenerateTangentsData(nLayer), false);
-    const int32_t nTangentCount = pMesh->GetElementTangentCount();
-    QD_ASSERT(nTangentCount > 0, false);
-    Log(QD_FBX, LOG_INFO, "Generated tangent data to support NormalMap");
-    return true;
-}
-
-// Old and careless exporters name materials that are not there; the surface is worth to be seen nonetheless.
-void MoveMissingMaterials(const FbxNode& rNode, FbxMesh& rMesh)
-{
-    const int32_t nMissing = rMesh.MoveMissingMaterials(rNode.GetMaterialCount());
-    if (nMissing > 0 && rNode.GetMaterialCount() > 0)
-    {
-        Log(QD_FBX, LOG_WARNING, "%d polygons of node '%s' have a material that is not there.", nMissing,
-            rNode.GetName());
-    }
-}
-
 } // namespace
 
 void CSGLoaderFBXImpl::PreprocessFBXHierarchy()
 {
-    const FbxGeometryConverter objConverter(m_pFBXManager.get());
+    FbxGeometryConverter objConverter(m_pFBXManager.get());
+    std::set<std::pair<const FbxMesh*, bool>> setMeshes;
+    std::set<FbxNodeAttribute::EType> setUnexpectedTypes;
     for (FbxNode* pNode : m_vecHierarchy)
     {
         FbxNode& rNode = *pNode;
@@ -66,17 +49,28 @@ void CSGLoaderFBXImpl::PreprocessFBXHierarchy()
                 objConverter.TriangulateInPlace(&rNode);
                 break;
             case FbxNodeAttribute::eMesh:
-                PreprocessFBXMesh(rNode, static_cast<FbxMesh&>(*rNode.GetNodeAttributeByIndex(n)), false);
-                MoveMissingMaterials(rNode, static_cast<FbxMesh&>(*rNode.GetNodeAttributeByIndex(n)));
+            {
+                // Many nodes may have it: once is enough, and once for all that want tangents.
+                auto& rMesh = static_cast<FbxMesh&>(*rNode.GetNodeAttributeByIndex(n));
+                if (setMeshes.emplace(&rMesh, HasNormalMap(rNode)).second)
+                {
+                    PreprocessFBXMesh(rNode, rMesh, objConverter, false);
+                }
                 break;
+            }
             case FbxNodeAttribute::eNull:
             case FbxNodeAttribute::eSkeleton:
             case FbxNodeAttribute::eCamera:
             case FbxNodeAttribute::eLight:
                 break;
             default:
-                Log(QD_FBX, LOG_WARNING, "Unexpected attribute type '%d'", static_cast<int>(eType));
+            {
+                // Rigs have hundreds of markers: one of them will do.
+                const int nLevel = setUnexpectedTypes.insert(eType).second ? LOG_WARNING : LOG_DETAIL;
+                Log(QD_FBX, nLevel, "Unexpected attribute type '%d'", static_cast<int>(eType));
+                Log(QD_FBX, nLevel, "It is at node '%s', which stays without it", rNode.GetName());
                 break;
+            }
             }
         }
         for (int n = 0; n < rNode.GetMaterialCount(); ++n)
@@ -86,32 +80,42 @@ void CSGLoaderFBXImpl::PreprocessFBXHierarchy()
     }
 }
 
-bool CSGLoaderFBXImpl::PreprocessFBXMesh(FbxNode& rNode, FbxMesh& rMesh, bool bTriangulated)
+bool CSGLoaderFBXImpl::PreprocessFBXMesh(FbxNode& rNode, FbxMesh& rMesh, FbxGeometryConverter& rConverter,
+                                         bool bTriangulated)
 {
-    if (HasNormalMap(rNode) && rMesh.GetElementTangentCount() == 0)
+    const auto GenerateTangents = [pMesh = &rMesh] {
+        const int32_t nLayer = 0;
+        QD_ASSERT(pMesh->GenerateTangentsData(nLayer), );
+        const int32_t nTangentCount = pMesh->GetElementTangentCount();
+        QD_ASSERT(nTangentCount > 0, );
+        Log(QD_FBX, LOG_INFO, "Generated tangent data to support NormalMap");
+    };
+    if (!bTriangulated && HasNormalMap(rNode) && rMesh.GetElementTangentCount() == 0)
     {
-        GenerateTangents(&rMesh); // without them the mesh is still worth to be seen
+        GenerateTangents(); // without them the mesh is still worth to be seen
     }
+    int32_t nOtherSize = TRIANGLE_SIZE; // of the first polygon that is no triangle
+    int32_t nInvalidSize = TRIANGLE_SIZE;
     for (int32_t n = 0; n < rMesh.GetPolygonCount(); ++n)
     {
         const int32_t nPolygonSize = rMesh.GetPolygonSize(n);
-        if (nPolygonSize == TRIANGLE_SIZE)
-        {
-            continue;
-        }
-        if (bTriangulated)
-        {
-            Log(QD_FBX, LOG_ERROR, "Found polygon size %d but mesh should have already been triangulated.",
-                nPolygonSize);
-            return false;
-        }
-        if (nPolygonSize < TRIANGLE_SIZE)
-        {
-            Log(QD_FBX, LOG_WARNING, "Invalid polygon size %d", nPolygonSize);
-        }
-        Log(QD_FBX, LOG_INFO, "Found polygon size %d. Triangulating and recursing.", nPolygonSize);
-        return FbxGeometryConverter(m_pFBXManager.get()).TriangulateInPlace(&rNode) &&
-               PreprocessFBXMesh(rNode, rMesh, true);
+        nOtherSize = nOtherSize == TRIANGLE_SIZE ? nPolygonSize : nOtherSize;
+        nInvalidSize = nInvalidSize == TRIANGLE_SIZE ? std::min(nPolygonSize, TRIANGLE_SIZE) : nInvalidSize;
+    }
+    if (nInvalidSize < TRIANGLE_SIZE)
+    {
+        Log(QD_FBX, LOG_WARNING, "Invalid polygon size %d", nInvalidSize);
+    }
+    if (nOtherSize != TRIANGLE_SIZE && bTriangulated)
+    {
+        Log(QD_FBX, LOG_ERROR, "Found polygon size %d but mesh should have already been triangulated.",
+            nOtherSize);
+        return false;
+    }
+    if (nOtherSize != TRIANGLE_SIZE)
+    {
+        Log(QD_FBX, LOG_INFO, "Found polygon size %d. Triangulating and recursing.", nOtherSize);
+        return rConverter.TriangulateInPlace(&rNode) && PreprocessFBXMesh(rNode, rMesh, rConverter, true);
     }
     return true;
 }

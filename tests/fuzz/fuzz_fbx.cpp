@@ -2,8 +2,8 @@
 //
 //     fuzz_fbx [COUNT [FILE...]]
 //
-// Truncations at every byte and COUNT (5 000) mutations of each file, or of a small one of the tests in three
-// encodings: as text, packed, and of the other width and byte order.
+// Truncations at every byte and COUNT (5 000) mutations of each file, or of two small ones of the tests: one
+// as text, packed, and of the other width and byte order, and one of the older kind as text and as records.
 #include "../unit/support/FBXTestFile.h"
 #include "CMutator.h"
 #include "UseScene.h"
@@ -13,6 +13,8 @@
 #include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdsgloader_fbx/CSGLoaderFBX.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -26,6 +28,55 @@ std::string Read(const char* szFilename)
     return {std::istreambuf_iterator<char>(objFile), {}};
 }
 
+using CAnyValue = std::variant<int64_t, double, std::vector<int64_t>, std::vector<double>, std::string>;
+
+// "Class::Name" of an ASCII file as binary ones have it.
+std::string ToBinaryName(std::string_view strText)
+{
+    const size_t nColons = strText.find("::");
+    return nColons == std::string_view::npos
+               ? std::string(strText)
+               : std::string(strText.substr(nColons + 2)) + std::string("\0\1", 2) +
+                     std::string(strText.substr(0, nColons));
+}
+
+CAnyValue CopyValue(const CFBXRecord& rRecord, const CFBXValue& rValue)
+{
+    if (rValue.IsArray())
+    {
+        std::vector<double> vecNumbers;
+        rRecord.ReadDoubles(vecNumbers);
+        if (std::ranges::any_of(vecNumbers, [](double d) { return d != std::floor(d); }))
+        {
+            return vecNumbers;
+        }
+        std::vector<int64_t> vecWhole;
+        rRecord.ReadInt64s(vecWhole);
+        return vecWhole;
+    }
+    if (rValue.IsNumber())
+    {
+        return rValue.GetType() == EFBXType::INT ? CAnyValue(rValue.GetInt64())
+                                                 : CAnyValue(rValue.GetDouble());
+    }
+    return ToBinaryName(rValue.GetString());
+}
+
+void Copy(const CFBXRecord& rRecord, CFBXTestFile& rFile)
+{
+    std::vector<CAnyValue> vecValues;
+    for (const CFBXValue& rValue : rRecord.GetValues())
+    {
+        vecValues.push_back(CopyValue(rRecord, rValue));
+    }
+    rFile.Open(rRecord.GetName(), vecValues);
+    for (const CFBXRecord& rChild : rRecord.GetChildren())
+    {
+        Copy(rChild, rFile);
+    }
+    rFile.Close();
+}
+
 std::string Encode(const std::string& rText, int nVersion, bool bBigEndian, bool bDeflate)
 {
     CQDString strError;
@@ -33,7 +84,7 @@ std::string Encode(const std::string& rText, int nVersion, bool bBigEndian, bool
     CFBXTestFile objFile(nVersion, bBigEndian, bDeflate);
     for (const CFBXRecord& rRecord : spDocument->GetRoot().GetChildren())
     {
-        objFile.Copy(rRecord);
+        Copy(rRecord, objFile);
     }
     const std::vector<uint8_t> vecBytes = objFile.Finish();
     return {vecBytes.begin(), vecBytes.end()};
@@ -96,10 +147,16 @@ int main(int argc, char** argv)
     {
         return 0;
     }
-    const std::string strText = Read(QDSG_TEST_DATA_DIR "/moving_arm.fbx");
-    return TryDamagedCopies(strText, nCount) &&
-                   TryDamagedCopies(Encode(strText, 7400, false, true), nCount) &&
-                   TryDamagedCopies(Encode(strText, 7500, true, false), nCount)
-               ? 0
-               : 1;
+    const std::string strArm = Read(QDSG_TEST_DATA_DIR "/moving_arm.fbx");
+    const std::string strBox = Read(QDSG_TEST_DATA_DIR "/old_box.fbx");
+    for (const std::string& rSeed :
+         {strArm, Encode(strArm, 7400, false, true), Encode(strArm, 7500, true, false), strBox,
+          Encode(strBox, 6100, false, false)})
+    {
+        if (!TryDamagedCopies(rSeed, nCount))
+        {
+            return 1;
+        }
+    }
+    return 0;
 }

@@ -5,7 +5,7 @@ import unittest
 
 import qdsg
 from qdsg_testing import walk
-from test_samples import SAMPLES, TruthChecks, multiply
+from test_samples import SAMPLES, TruthChecks, multiply, sample_files
 
 TOLERANCE = 1e-4
 SCENES = os.path.join(SAMPLES, "blender", "fbx")
@@ -57,6 +57,30 @@ class PosedTruthTest(TruthChecks):
                     worst = max(abs(a - b) for a, b in zip(vertex, wanted[number]))
                     self.assertLessEqual(worst, TOLERANCE * 300, (expected["name"], time))
                 checked["skinned_world"] += 1
+
+    def test_flags_agree(self):
+        """Kept keys, sampled angles and sampled quaternions pose every sample alike, at frames of any usual rate."""
+        checked = 0
+        for path in sample_files("fbx", "blender/fbx", ending=".fbx"):
+            loaded = [] if "malformed" in path else [qdsg.load_resource_set(path, *flags)
+                                                     for flags in ((0, 0), (0, 1), (1, 1))]
+            roots = [one.scene_graph for one in loaded]
+            for animations in zip(*[one.animations for one in loaded]):
+                begin, end = animations[0].begin_time, animations[0].end_time
+                for part in 0, 0.31, 0.77, 1:
+                    time = begin + int(part * (end - begin) * 6) / 6.0
+                    for animation, root in zip(animations, roots):
+                        animation.pose(root, time)
+                    for kept, angles, quaternions in zip(*map(walk, roots)):
+                        self.check_poses(kept, (angles, quaternions), (path, kept.global_name, time))
+                        checked += 1
+        self.assertGreater(checked, 10000)
+
+    def check_poses(self, kept, others, what):
+        numbers = [sum(node.world_transform.matrix, ()) for node in (kept,) + others]
+        size = max(1, max(map(abs, numbers[0])))
+        for other in numbers[1:]:
+            self.assertLessEqual(max(abs(a - b) for a, b in zip(numbers[0], other)), TOLERANCE * size, what)
 
     @staticmethod
     def find_numbers(vertices, modelled):

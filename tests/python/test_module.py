@@ -3,11 +3,12 @@ import ast
 import copy
 import gc
 import os
+import subprocess
 import sys
 import unittest
 
 import qdsg
-from qdsg_testing import TWO_BOXES, CapturedLog, EmptyWrapper, TestCase, count_live_objects, walk
+from qdsg_testing import DATA, TWO_BOXES, CapturedLog, EmptyWrapper, TestCase, count_live_objects, walk
 
 PYTHON_3 = sys.version_info[0] >= 3
 
@@ -169,6 +170,22 @@ class SaveTest(TestCase):
         qdsg.save_resource_set(second, qdsg.create_resource_set_from_node(qdsg.load_nest(first)))
         with open(first, "rb") as one, open(second, "rb") as two:
             self.assertEqual(one.read(), two.read())
+
+
+    def test_convert_saves_the_animations_too(self):
+        """The second half of scripts/convert."""
+        tool = os.path.join(os.path.dirname(os.path.dirname(DATA)), "tools", "convert_scene.py")
+        folder = self.make_folder()
+        made, wanted = (os.path.join(folder, name) for name in ("1.nest", "2.nest"))
+        for name in "moving_arm.fbx", "moving_box.dae":
+            source = os.path.join(DATA, name)
+            subprocess.check_output([sys.executable, tool, source, made],
+                                    env=dict(os.environ, PYTHONPATH=os.path.dirname(qdsg.__file__)))
+            resource_set = qdsg.load_resource_set(source)
+            self.assertTrue(resource_set.animations)
+            qdsg.save_resource_set(wanted, resource_set)
+            with open(made, "rb") as one, open(wanted, "rb") as two:
+                self.assertTrue(one.read() == two.read(), name)
 
 
 class LeakTest(TestCase):

@@ -1,6 +1,7 @@
 #include "fbxsdk/animation/FbxAnimCurveNode.h"
 
 #include "fbxsdk/animation/FbxAnimCurve.h"
+#include "fbxsdk/animation/FbxAnimLayer.h"
 #include "fbxsdk/document/CFBXLog.h"
 #include "fbxsdk/objects/CFBXObject.h"
 #include "qdcommon/CLog.h"
@@ -12,6 +13,8 @@ namespace
 
 // Components are properties of the curve node, "d|X" and so on.
 constexpr std::string_view COMPONENT_PREFIX = "d|";
+// Real properties have four at most. They are looked for one after the other.
+constexpr size_t MAX_CHANNELS = 16;
 
 } // namespace
 
@@ -20,7 +23,8 @@ std::unique_ptr<FbxAnimCurveNode> FbxAnimCurveNode::Create(const CFBXObjectTable
     std::unique_ptr<FbxAnimCurveNode> spCurveNode(new FbxAnimCurveNode(&rObject));
     for (const CFBXProperty& rProperty : rObject.objProperties)
     {
-        if (rProperty.strName.starts_with(COMPONENT_PREFIX))
+        if (rProperty.strName.starts_with(COMPONENT_PREFIX) &&
+            spCurveNode->m_vecChannels.size() < MAX_CHANNELS)
         {
             spCurveNode->m_vecChannels.push_back(
                 {rProperty.strName.substr(COMPONENT_PREFIX.size()), rProperty.GetDouble(0)});
@@ -38,6 +42,10 @@ void FbxAnimCurveNode::OnConnected()
             ConnectCurve(rLink.m_strProperty, *pCurve);
         }
     }
+    if (FbxAnimLayer* pLayer = FindFirstDstObject<FbxAnimLayer>())
+    {
+        pLayer->AddCurveNode(*this);
+    }
 }
 
 void FbxAnimCurveNode::ConnectCurve(std::string_view strProperty, FbxAnimCurve& rCurve)
@@ -48,6 +56,12 @@ void FbxAnimCurveNode::ConnectCurve(std::string_view strProperty, FbxAnimCurve& 
     }
     const bool bHasKeys = rCurve.KeyGetCount() > 0;
     auto itChannel = std::ranges::find(m_vecChannels, strProperty, &SChannel::strName);
+    if (itChannel == m_vecChannels.end() && m_vecChannels.size() == MAX_CHANNELS)
+    {
+        Log(FBXSDK, LOG_WARNING, "Animation curve node '%s' has more than %d components: one is left out",
+            GetName(), static_cast<int>(MAX_CHANNELS));
+        return;
+    }
     if (itChannel == m_vecChannels.end())
     {
         itChannel = m_vecChannels.insert(itChannel, {strProperty, rCurve.Evaluate(FbxTime())});

@@ -9,6 +9,7 @@
 
 class FbxAnimCurve;
 
+// Belongs to the first layer that it is connected to.
 class FbxAnimCurveNode final : public FbxObject
 {
   public:

@@ -2,6 +2,7 @@
 
 #include "fbxsdk/animation/FbxAnimCurve.h"
 #include "fbxsdk/animation/FbxAnimCurveNode.h"
+#include "fbxsdk/animation/FbxAnimStack.h"
 #include "fbxsdk/objects/CFBXObject.h"
 
 std::unique_ptr<FbxAnimLayer> FbxAnimLayer::Create(const CFBXObjectTable&, const CFBXObject& rObject)
@@ -11,38 +12,38 @@ std::unique_ptr<FbxAnimLayer> FbxAnimLayer::Create(const CFBXObjectTable&, const
 
 void FbxAnimLayer::OnConnected()
 {
-    m_vecCurveNodes = GetSrcObjects<FbxAnimCurveNode>();
-    for (FbxAnimCurveNode* pCurveNode : m_vecCurveNodes)
+    if (FbxAnimStack* pStack = FindFirstDstObject<FbxAnimStack>())
     {
-        for (const CFBXLink& rLink : pCurveNode->GetDstLinks())
+        pStack->AddLayer(*this);
+    }
+}
+
+void FbxAnimLayer::AddCurveNode(FbxAnimCurveNode& rCurveNode)
+{
+    m_vecCurveNodes.push_back(&rCurveNode);
+    for (const CFBXLink& rLink : rCurveNode.GetDstLinks())
+    {
+        if (rLink.m_strProperty.empty())
         {
-            if (!rLink.m_strProperty.empty())
-            {
-                m_mapProperties[rLink.m_pObject].push_back({rLink.m_strProperty, pCurveNode});
-            }
+            continue;
+        }
+        const auto [it, bNew] =
+            m_mapCurveNodes.emplace(CProperty(rLink.m_pObject, rLink.m_strProperty), &rCurveNode);
+        if (!bNew && !it->second->IsAnimated() && rCurveNode.IsAnimated())
+        {
+            it->second = &rCurveNode;
+        }
+        if (m_setDrivenObjects.insert(rLink.m_pObject).second)
+        {
+            m_vecDrivenObjects.push_back(rLink.m_pObject);
         }
     }
 }
 
 FbxAnimCurveNode* FbxAnimLayer::GetCurveNode(const FbxObject* pObject, std::string_view strProperty) const
 {
-    FbxAnimCurveNode* pFound = nullptr;
-    const auto itProperties = m_mapProperties.find(pObject);
-    if (itProperties != m_mapProperties.end())
-    {
-        for (const SProperty& rProperty : itProperties->second)
-        {
-            if (rProperty.strName == strProperty)
-            {
-                if (rProperty.pCurveNode->IsAnimated())
-                {
-                    return rProperty.pCurveNode;
-                }
-                pFound = pFound != nullptr ? pFound : rProperty.pCurveNode;
-            }
-        }
-    }
-    return pFound;
+    const auto it = m_mapCurveNodes.find({pObject, strProperty});
+    return it != m_mapCurveNodes.end() ? it->second : nullptr;
 }
 
 FbxAnimCurve* FbxAnimLayer::GetCurve(const FbxObject* pObject, std::string_view strProperty,

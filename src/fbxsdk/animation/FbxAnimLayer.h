@@ -5,14 +5,18 @@
 #include "fbxsdk/base/FbxTime.h"
 #include "fbxsdk/base/FbxVector.h"
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 class FbxAnimCurve;
 class FbxAnimCurveNode;
 
+// Belongs to the first stack that it is connected to.
 class FbxAnimLayer final : public FbxObject
 {
   public:
@@ -20,6 +24,8 @@ class FbxAnimLayer final : public FbxObject
 
     // In file order.
     const std::vector<FbxAnimCurveNode*>& GetCurveNodes() const { return m_vecCurveNodes; }
+    // The objects that they drive properties of, each once.
+    const std::vector<const FbxObject*>& GetDrivenObjects() const { return m_vecDrivenObjects; }
     // What drives a property ("Lcl Translation") of an object; null when nothing does. Of several, the first
     // that is animated.
     FbxAnimCurveNode* GetCurveNode(const FbxObject* pObject, std::string_view strProperty) const;
@@ -36,15 +42,24 @@ class FbxAnimLayer final : public FbxObject
     void OnConnected() override;
 
   private:
-    // An object has few animated properties: they are looked for one after the other.
-    struct SProperty
+    friend class FbxAnimCurveNode;
+
+    using CProperty = std::pair<const FbxObject*, std::string_view>;
+    struct CPropertyHash
     {
-        std::string_view strName;
-        FbxAnimCurveNode* pCurveNode;
+        size_t operator()(const CProperty& rProperty) const
+        {
+            return std::hash<const FbxObject*>()(rProperty.first) * 31 +
+                   std::hash<std::string_view>()(rProperty.second);
+        }
     };
 
     explicit FbxAnimLayer(const CFBXObject* pObject) : FbxObject(pObject) {}
+    // Called once by each of its curve nodes, which has its curves.
+    void AddCurveNode(FbxAnimCurveNode& rCurveNode);
 
     std::vector<FbxAnimCurveNode*> m_vecCurveNodes; // borrowed, as are all below
-    std::unordered_map<const FbxObject*, std::vector<SProperty>> m_mapProperties;
+    std::unordered_map<CProperty, FbxAnimCurveNode*, CPropertyHash> m_mapCurveNodes;
+    std::vector<const FbxObject*> m_vecDrivenObjects;
+    std::unordered_set<const FbxObject*> m_setDrivenObjects;
 };

@@ -1,6 +1,5 @@
 #include "fbxsdk/animation/FbxAnimStack.h"
 
-#include "fbxsdk/animation/FbxAnimLayer.h"
 #include "fbxsdk/base/CFBXTimeScale.h"
 #include "fbxsdk/objects/CFBXObject.h"
 
@@ -12,5 +11,3 @@ std::unique_ptr<FbxAnimStack> FbxAnimStack::Create(const CFBXObjectTable& rTable
     spStack->m_objLocalTimeSpan.m_objStop = objTimeScale(rObject.objProperties.GetInt64("LocalStop"));
     return spStack;
 }
-
-void FbxAnimStack::OnConnected() { m_vecLayers = GetSrcObjects<FbxAnimLayer>(); }

@@ -20,11 +20,12 @@ class FbxAnimStack final : public FbxObject
     // In file order; borrowed from the scene.
     const std::vector<FbxAnimLayer*>& GetLayers() const { return m_vecLayers; }
 
-  protected:
-    void OnConnected() override;
-
   private:
+    friend class FbxAnimLayer;
+
     explicit FbxAnimStack(const CFBXObject* pObject) : FbxObject(pObject) {}
+
+    void AddLayer(FbxAnimLayer& rLayer) { m_vecLayers.push_back(&rLayer); }
 
     FbxTimeSpan m_objLocalTimeSpan;
     std::vector<FbxAnimLayer*> m_vecLayers;

@@ -1,15 +1,24 @@
 #include "fbxsdk/base/FbxAMatrix.h"
 
+#include "fbxsdk/document/CFBXRecord.h"
+
+#include <algorithm>
 #include <cmath>
 
-FbxAMatrix FbxAMatrix::FromRows(std::span<const double, 16> arrRows)
+std::optional<FbxAMatrix> FbxAMatrix::FromRecord(const CFBXRecord& rRecord)
 {
+    std::vector<double> vecRows;
+    if (!rRecord.ReadDoubles(vecRows) || vecRows.size() != 16 ||
+        !std::ranges::all_of(vecRows, [](double d) { return std::isfinite(d); }))
+    {
+        return std::nullopt;
+    }
     FbxAMatrix objMatrix;
     for (size_t nRow = 0; nRow < 4; ++nRow)
     {
         for (size_t nColumn = 0; nColumn < 3; ++nColumn)
         {
-            objMatrix.m_arrRows[nRow][nColumn] = arrRows[nRow * 4 + nColumn];
+            objMatrix.m_arrRows[nRow][nColumn] = vecRows[nRow * 4 + nColumn];
         }
     }
     return objMatrix;

@@ -5,7 +5,9 @@
 #include "fbxsdk/base/FbxRotationOrder.h"
 #include "fbxsdk/base/FbxVector.h"
 
-#include <span>
+#include <optional>
+
+class CFBXRecord;
 
 // Lies in memory as in the files: four rows for row vectors, p' = p * M, the translation in the last row. But
 // a product reads as one of column vectors: of a * b, b is applied first.
@@ -14,8 +16,9 @@ class FbxAMatrix
   public:
     constexpr FbxAMatrix() = default; // the identity
 
-    // Row by row. The last column is taken as 0, 0, 0, 1 whatever the numbers say.
-    static FbxAMatrix FromRows(std::span<const double, 16> arrRows);
+    // Row by row; none unless the record has 16 finite numbers. The last column is taken as 0, 0, 0, 1
+    // whatever they say.
+    static std::optional<FbxAMatrix> FromRecord(const CFBXRecord& rRecord);
     static FbxAMatrix FromTranslation(const FbxDouble3& rTranslation);
     static FbxAMatrix FromScaling(const FbxDouble3& rScaling);
     static FbxAMatrix FromQuaternion(const FbxQuaternion& rRotation);

@@ -72,6 +72,20 @@ class FbxObject
         return Filter<T>(m_arrDestinations, &strProperty);
     }
 
+    // Of what this belongs to. Null when there is none.
+    template <class T>
+    T* FindFirstDstObject() const
+    {
+        for (const CFBXLink& rLink : m_arrDestinations)
+        {
+            if (T* pObject = dynamic_cast<T*>(rLink.m_pObject))
+            {
+                return pObject;
+            }
+        }
+        return nullptr;
+    }
+
   protected:
     // Null for an object that the file does not have: it is without name, id and properties.
     explicit FbxObject(const CFBXObject* pObject);

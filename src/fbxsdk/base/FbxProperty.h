@@ -28,6 +28,13 @@ class FbxProperty
     double GetDouble(double dDefault = 0) const;
     int64_t GetInt(int64_t nDefault = 0) const;
     bool GetBool(bool bDefault = false) const;
+    // One of an enumeration; the default also for a number that is none of it.
+    template <class ENUM>
+    ENUM GetEnum(ENUM eFirst, ENUM eLast, ENUM eDefault) const
+    {
+        const int64_t nValue = GetInt(eDefault);
+        return nValue >= eFirst && nValue <= eLast ? static_cast<ENUM>(nValue) : eDefault;
+    }
     // Its first three values; those that are missing are the default's.
     FbxDouble3 GetDouble3(const FbxDouble3& rDefault = {}) const;
     std::string_view GetString(std::string_view strDefault = {}) const;

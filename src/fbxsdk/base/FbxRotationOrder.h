@@ -18,6 +18,10 @@ struct FbxRotationAxes
 {
     int m_arrAxes[3];
 
+    static constexpr bool IsOrder(EFbxRotationOrder eOrder)
+    {
+        return eOrder >= eEulerXYZ && eOrder <= eSphericXYZ;
+    }
     static constexpr FbxRotationAxes Of(EFbxRotationOrder eOrder)
     {
         switch (eOrder)

@@ -8,10 +8,8 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <limits>
-#include <memory>
 #include <new>
-#include <stdexcept>
+#include <span>
 #include <type_traits>
 
 namespace
@@ -19,94 +17,108 @@ namespace
 
 // Deflate cannot do better: 258 bytes for two bits.
 constexpr size_t MAX_DEFLATE_RATIO = 1032;
-// What real arrays stay below; memory for more is taken only as the numbers come.
+// What real arrays stay below.
 constexpr size_t USUAL_DEFLATE_RATIO = 16;
 
-struct SInflateEnd
+// Packed bytes are unpacked in pieces that stay in the processor's cache until the numbers are where they
+// belong.
+constexpr size_t PIECE_BYTES = 1 << 18;
+
+bool MayHoldBytes(size_t nPacked, size_t nBytes) { return nBytes <= (nPacked + 1) * MAX_DEFLATE_RATIO; }
+
+// One zlib stream.
+class CInflater
 {
-    void operator()(z_stream* pStream) const { inflateEnd(pStream); }
+  public:
+    explicit CInflater(std::string_view strBytes) : m_nResult(inflateInit(&m_objStream))
+    {
+        m_objStream.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(strBytes.data()));
+        m_objStream.avail_in = static_cast<uInt>(strBytes.size());
+    }
+    ~CInflater() { inflateEnd(&m_objStream); }
+    CInflater(const CInflater&) = delete;
+    CInflater& operator=(const CInflater&) = delete;
+
+    bool HasEnded() const { return m_nResult == Z_STREAM_END; }
+    CQDString DescribeFault() const
+    {
+        return m_nResult == Z_MEM_ERROR     ? "out of memory"
+               : m_objStream.msg != nullptr ? m_objStream.msg
+                                            : "its packed bytes end too early";
+    }
+
+    // The bytes that were unpacked: fewer than wanted where the stream ends or is damaged. Nothing more than
+    // the end is expected after the last ones, which spares zlib to remember them.
+    size_t Read(void* pTo, size_t nBytes, bool bLast)
+    {
+        m_objStream.next_out = static_cast<Bytef*>(pTo);
+        m_objStream.avail_out = static_cast<uInt>(nBytes);
+        m_nResult = m_nResult == Z_BUF_ERROR ? Z_OK : m_nResult; // there is room again
+        while (m_nResult == Z_OK && m_objStream.avail_out > 0)
+        {
+            m_nResult = inflate(&m_objStream, bLast ? Z_FINISH : Z_NO_FLUSH);
+        }
+        return nBytes - m_objStream.avail_out;
+    }
+
+  private:
+    z_stream m_objStream{};
+    int m_nResult;
 };
 
-// Unpacks nCount numbers into the vector.
-template <class S>
-bool Inflate(std::string_view strBytes, size_t nCount, std::vector<S>& rVector, CQDString& rError)
+// Hands out nCount numbers: fnRoom(n) says where the next n of them go, fnTake(p, n) gets them there.
+template <class S, class ROOM, class TAKE>
+bool Inflate(std::string_view strBytes, size_t nCount, ROOM&& fnRoom, TAKE&& fnTake, CQDString& rError)
 {
-    if (nCount * sizeof(S) > (strBytes.size() + 1) * MAX_DEFLATE_RATIO)
+    if (!MayHoldBytes(strBytes.size(), nCount * sizeof(S)))
     {
         rError = std::to_string(strBytes.size()) + " packed bytes cannot hold " + std::to_string(nCount) +
                  " numbers";
         return false;
     }
-    z_stream objStream{};
-    if (inflateInit(&objStream) != Z_OK)
+    CInflater objInflater(strBytes);
+    for (size_t nDone = 0; nDone < nCount;)
     {
-        rError = "zlib cannot start";
+        const size_t nNumbers = std::min(nCount - nDone, PIECE_BYTES / sizeof(S));
+        S* const pRoom = fnRoom(nNumbers);
+        const size_t nGot = objInflater.Read(pRoom, nNumbers * sizeof(S), nDone + nNumbers == nCount);
+        if (nGot < nNumbers * sizeof(S))
+        {
+            rError = objInflater.HasEnded() ? "it has " + std::to_string(nDone + nGot / sizeof(S)) +
+                                                  " numbers instead of " + std::to_string(nCount)
+                                            : objInflater.DescribeFault();
+            return false;
+        }
+        fnTake(pRoom, nNumbers);
+        nDone += nNumbers;
+    }
+    char cMore = 0;
+    if (!objInflater.HasEnded() && objInflater.Read(&cMore, 1, true) > 0)
+    {
+        rError = "it has more than its " + std::to_string(nCount) + " numbers";
         return false;
     }
-    const std::unique_ptr<z_stream, SInflateEnd> spStream(&objStream);
-    objStream.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(strBytes.data()));
-    objStream.avail_in = static_cast<uInt>(strBytes.size());
-    size_t nDone = 0;  // bytes
-    Bytef byteMore[1]; // one more than there may be
-    for (;;)
+    if (!objInflater.HasEnded())
     {
-        const size_t nWanted = nCount * sizeof(S) - nDone;
-        if (nWanted > 0)
-        {
-            const size_t nNumbers = std::min(
-                nCount, std::max(strBytes.size() * USUAL_DEFLATE_RATIO / sizeof(S), 4 * rVector.size()) + 1);
-            rVector.resize(nNumbers);
-            const size_t nRoom = nNumbers * sizeof(S) - nDone;
-            objStream.next_out = reinterpret_cast<Bytef*>(rVector.data()) + nDone;
-            objStream.avail_out =
-                static_cast<uInt>(std::min<size_t>(nRoom, std::numeric_limits<uInt>::max()));
-        }
-        else
-        {
-            objStream.next_out = byteMore;
-            objStream.avail_out = 1;
-        }
-        const uInt uiRoom = objStream.avail_out;
-        const int nResult = inflate(&objStream, Z_NO_FLUSH);
-        const size_t nGot = uiRoom - objStream.avail_out;
-        if (nGot > 0 && nWanted == 0)
-        {
-            rError = "it has more than its " + std::to_string(nCount) + " numbers";
-            return false;
-        }
-        nDone += nGot;
-        if (nResult == Z_STREAM_END)
-        {
-            break;
-        }
-        if (nResult != Z_OK || (nGot == 0 && objStream.avail_in == 0))
-        {
-            rError = objStream.msg != nullptr ? objStream.msg : "its packed bytes end too early";
-            return false;
-        }
-    }
-    if (nDone != nCount * sizeof(S))
-    {
-        rError =
-            "it has " + std::to_string(nDone / sizeof(S)) + " numbers instead of " + std::to_string(nCount);
+        rError = objInflater.DescribeFault();
         return false;
     }
     return true;
 }
 
 template <class S, class T>
-void ConvertAll(const char* pNumbers, size_t nStride, bool bSwap, std::vector<T>& rVector)
+void ConvertAll(const char* pNumbers, size_t nStride, bool bSwap, std::span<T> arrNumbers)
 {
     if (bSwap)
     {
-        for (T& rNumber : rVector)
+        for (T& rNumber : arrNumbers)
         {
             rNumber = ConvertFBXNumber<T>(ReadFBXBytes<S>(pNumbers, true));
             pNumbers += nStride;
         }
         return;
     }
-    for (T& rNumber : rVector)
+    for (T& rNumber : arrNumbers)
     {
         rNumber = ConvertFBXNumber<T>(ReadFBXBytes<S>(pNumbers, false));
         pNumbers += nStride;
@@ -129,33 +141,45 @@ bool ReadBinary(const CFBXValue& rArray, std::vector<T>& rVector, CQDString& rEr
             return false;
         }
         rVector.resize(nCount);
-        ConvertAll<S>(strBytes.data() + nStride - sizeof(S), nStride, rLayout.bBigEndian, rVector);
+        ConvertAll<S>(strBytes.data() + nStride - sizeof(S), nStride, rLayout.bBigEndian,
+                      std::span<T>(rVector));
         return true;
     }
-    if constexpr (std::is_same_v<S, T>)
+    if (rLayout.bRefused)
     {
-        if (!Inflate(strBytes, nCount, rVector, rError))
-        {
-            return false;
-        }
-        if (rLayout.bBigEndian)
-        {
-            ConvertAll<S>(reinterpret_cast<const char*>(rVector.data()), sizeof(S), true, rVector);
-        }
-        return true;
+        rError = "the arrays of the file unpack to more than a file of its size has";
+        return false;
     }
-    else
-    {
-        std::vector<S> vecStored;
-        if (!Inflate(strBytes, nCount, vecStored, rError))
+    // What most arrays need; more is taken only as the numbers come.
+    rVector.reserve(std::min(nCount, strBytes.size() * USUAL_DEFLATE_RATIO / sizeof(S) + 1));
+    const auto Grow = [&rVector](size_t nNumbers) {
+        rVector.resize(rVector.size() + nNumbers);
+        return std::span<T>(rVector).last(nNumbers);
+    };
+    std::vector<S> vecPiece;
+    const auto GetRoom = [&](size_t nNumbers) {
+        if constexpr (std::is_same_v<S, T>)
         {
-            return false;
+            return Grow(nNumbers).data();
         }
-        rVector.resize(nCount);
-        ConvertAll<S>(reinterpret_cast<const char*>(vecStored.data()), sizeof(S), rLayout.bBigEndian,
-                      rVector);
-        return true;
-    }
+        else
+        {
+            vecPiece.resize(std::max(vecPiece.size(), nNumbers));
+            return vecPiece.data();
+        }
+    };
+    const auto Take = [&](S* pNumbers, size_t nNumbers) {
+        const char* pBytes = reinterpret_cast<const char*>(pNumbers);
+        if constexpr (!std::is_same_v<S, T>)
+        {
+            ConvertAll<S>(pBytes, sizeof(S), rLayout.bBigEndian, Grow(nNumbers));
+        }
+        else if (rLayout.bBigEndian)
+        {
+            ConvertAll<S>(pBytes, sizeof(S), true, std::span<T>(pNumbers, nNumbers));
+        }
+    };
+    return Inflate<S>(strBytes, nCount, GetRoom, Take, rError);
 }
 
 template <class T>
@@ -220,6 +244,11 @@ bool ReadOrClear(const CFBXValue& rArray, std::vector<T>& rVector, CQDString& rE
 }
 
 } // namespace
+
+bool CFBXArrayReader::MayHold(size_t nPacked, size_t nCount, EFBXType eType)
+{
+    return MayHoldBytes(nPacked, nCount * GetNumberSize(eType));
+}
 
 size_t CFBXArrayReader::GetNumberSize(EFBXType eType)
 {

@@ -20,4 +20,6 @@ class CFBXArrayReader
 
     // Bytes of one number of a binary array.
     static size_t GetNumberSize(EFBXType eType);
+    // Whether so many packed bytes can be so many numbers.
+    static bool MayHold(size_t nPacked, size_t nCount, EFBXType eType);
 };

@@ -317,5 +317,21 @@ bool CFBXBinaryParser::ReadArray(EFBXType eType, size_t nEnd)
     }
     m_nNext += nBytes;
     return m_rTree.AddValue(CFBXValue(eType, m_strBytes.substr(m_nNext - nBytes, nBytes),
-                                      {uiCount, uiEncoding == 1, m_bBigEndian, false}));
+                                      {uiCount, uiEncoding == 1, m_bBigEndian, false,
+                                       uiEncoding == 1 && !TakeFromBudget(eType, uiCount, nBytes)}));
+}
+
+// A few bytes can stand for a thousand times as many. Arrays of real files are mostly of numbers that are
+// told from each other; even those of a flat grid have some seven numbers for each byte of the file.
+bool CFBXBinaryParser::TakeFromBudget(EFBXType eType, uint32_t uiCount, size_t nBytes)
+{
+    constexpr size_t START = 1 << 18;
+    constexpr size_t NUMBERS_PER_BYTE = 16;
+
+    if (!CFBXArrayReader::MayHold(nBytes, uiCount, eType))
+    {
+        return true; // nobody will unpack it
+    }
+    m_nUnpacked += uiCount;
+    return m_nUnpacked <= START + NUMBERS_PER_BYTE * m_strBytes.size();
 }

@@ -46,6 +46,7 @@ class CFBXBinaryParser
     bool ReadRow(const SHead& rHead, size_t nEnd);
     bool ReadValue(size_t nEnd);
     bool ReadArray(EFBXType eType, size_t nEnd);
+    bool TakeFromBudget(EFBXType eType, uint32_t uiCount, size_t nBytes);
 
     template <class T>
     T Take()
@@ -61,6 +62,7 @@ class CFBXBinaryParser
     CFBXRecordTree& m_rTree;
     CQDString m_strError;
     size_t m_nNext = 0;
+    size_t m_nUnpacked = 0; // numbers of all packed arrays so far
     int m_nVersion = 0;
     bool m_bBigEndian = false;
     bool m_bWide = false;

@@ -81,6 +81,7 @@ bool CFBXDocument::Parse(CQDString& rError)
 {
     const std::string_view strBytes(reinterpret_cast<const char*>(m_vecBytes.data()), m_vecBytes.size());
     bool bParsed = false;
+    m_objTree.Reserve(strBytes.size());
     if (CFBXBinaryParser::IsBinary(strBytes))
     {
         CFBXBinaryParser objParser(strBytes, m_objTree);

@@ -1,6 +1,7 @@
 // Gathering records.
 #include "fbxsdk/document/CFBXRecordTree.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -8,6 +9,18 @@ CFBXRecordTree::CFBXRecordTree()
 {
     m_vecRecords.push_back(CFBXRecord());
     m_vecOpen.push_back(0);
+}
+
+void CFBXRecordTree::Reserve(size_t nFileBytes)
+{
+    // Less than what files have that are all names and single numbers; larger files are large by their
+    // arrays.
+    constexpr size_t BYTES_PER_RECORD = 32;
+    constexpr size_t BYTES_PER_VALUE = 8;
+    constexpr size_t MOST_BYTES = 1 << 25;
+
+    m_vecRecords.reserve(std::min(nFileBytes, MOST_BYTES) / BYTES_PER_RECORD);
+    m_vecValues.reserve(std::min(nFileBytes, MOST_BYTES) / BYTES_PER_VALUE);
 }
 
 bool CFBXRecordTree::Open(std::string_view strName, uint64_t uiPlace, bool bLines)

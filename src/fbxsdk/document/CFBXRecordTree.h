@@ -16,6 +16,9 @@ class CFBXRecordTree
 
     CFBXRecordTree();
 
+    // For a file of so many bytes, so that nothing is copied while the tree grows. Memory that is not needed
+    // in the end is never touched.
+    void Reserve(size_t nFileBytes);
     // False when it is nested too deep or there are too many records. The name is borrowed.
     bool Open(std::string_view strName, uint64_t uiPlace, bool bLines);
     // Only before the first record is opened inside. False when there are too many.

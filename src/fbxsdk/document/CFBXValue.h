@@ -27,7 +27,8 @@ struct SFBXArrayLayout
     uint32_t uiCount = 0;   // numbers
     bool bDeflated = false; // as one zlib stream
     bool bBigEndian = false;
-    bool bTagged = false; // each number after a byte that repeats the type
+    bool bTagged = false;  // each number after a byte that repeats the type
+    bool bRefused = false; // the file's arrays up to here unpack to more than they may
 };
 
 // Texts, bytes and arrays are borrowed from the document, or from whoever made the value.

@@ -3,16 +3,22 @@
 #include "fbxsdk/document/CFBXLog.h"
 #include "fbxsdk/document/CFBXRecord.h"
 #include "fbxsdk/objects/CFBXObject.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 #include "qdcommon/CLog.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace
 {
 
 // Triangles have up to three times as many corners as the polygons, and each has to have a number.
 constexpr size_t MAX_POLYGON_VERTICES = std::numeric_limits<int32_t>::max() / 3;
+
+// Of normals, texture coordinates and colours each: one value for the whole mesh in the file becomes one for
+// each vertex.
+constexpr size_t MAX_ELEMENTS = 24;
 
 } // namespace
 
@@ -101,8 +107,12 @@ void CFBXMeshReader::ReadLayerElements(const CFBXRecord& rRecord)
         return;
     }
     const auto Add = [&](FbxLayerElement::EType eType, const CFBXRecord& rElement) {
-        AddElement(FbxLayerElement::Read(eType, rElement, objCounts));
+        if (HasRoom(eType))
+        {
+            AddElement(FbxLayerElement::Read(eType, rElement, objCounts));
+        }
     };
+    bool bOldMaterials = false;
     for (const CFBXRecord& rChild : rRecord.GetChildren())
     {
         const std::string_view strName = rChild.GetName();
@@ -126,15 +136,15 @@ void CFBXMeshReader::ReadLayerElements(const CFBXRecord& rRecord)
         {
             ReadHoles(rChild);
         }
-        else if (strName == "Normals")
+        else if (strName == "Normals" && HasRoom(FbxLayerElement::eNormal))
         {
             ReadOldNormals(rChild);
         }
-        else if (strName == "GeometryUVInfo")
+        else if (strName == "GeometryUVInfo" && HasRoom(FbxLayerElement::eUV))
         {
             ReadOldUVs(rChild);
         }
-        else if (strName == "MaterialAssignation")
+        else if (strName == "MaterialAssignation" && !std::exchange(bOldMaterials, true))
         {
             ReadMaterials(rRecord, rChild.GetString(0));
         }
@@ -144,11 +154,25 @@ void CFBXMeshReader::ReadLayerElements(const CFBXRecord& rRecord)
         // "LayerElementBumpUV" and so on repeat the set that the texture takes.
         const std::string_view strName = rChild.GetName();
         if (strName.starts_with("LayerElement") && strName.ends_with("UV") && strName != "LayerElementUV" &&
-            m_rMesh.FindElementUV(rChild.GetChildString("Name")) < 0)
+            m_rMesh.FindElementUV(LimitFBXName(rChild.GetChildString("Name"))) < 0)
         {
             Add(FbxLayerElement::eUV, rChild);
         }
     }
+}
+
+bool CFBXMeshReader::HasRoom(FbxLayerElement::EType eType)
+{
+    if (m_rMesh.m_arrElements[eType].size() < MAX_ELEMENTS)
+    {
+        return true;
+    }
+    if (!std::exchange(m_bToldOfElements, true))
+    {
+        Log(FBXSDK, LOG_WARNING, "Mesh %s has more than %d layer elements of a kind: the rest is left out",
+            m_strDescription, static_cast<int>(MAX_ELEMENTS));
+    }
+    return false;
 }
 
 void CFBXMeshReader::AddElement(std::optional<FbxLayerElement>&& objElement)
@@ -200,8 +224,8 @@ void CFBXMeshReader::ReadHoles(const CFBXRecord& rRecord)
 
 void CFBXMeshReader::ReadOldNormals(const CFBXRecord& rRecord)
 {
-    std::vector<double> vecNormals;
-    if (!rRecord.ReadDoubles(vecNormals) || vecNormals.empty())
+    std::vector<float> vecNormals;
+    if (!rRecord.ReadFloats(vecNormals) || vecNormals.empty())
     {
         return;
     }
@@ -216,11 +240,11 @@ void CFBXMeshReader::ReadOldNormals(const CFBXRecord& rRecord)
 
 void CFBXMeshReader::ReadOldUVs(const CFBXRecord& rRecord)
 {
-    std::vector<double> vecUVs;
+    std::vector<float> vecUVs;
     std::vector<int32_t> vecIndices;
     const CFBXRecord* pUVs = rRecord.FindChild("TextureUV");
     const CFBXRecord* pIndices = rRecord.FindChild("TextureUVVerticeIndex");
-    if (pUVs == nullptr || !pUVs->ReadDoubles(vecUVs) || vecUVs.empty() ||
+    if (pUVs == nullptr || !pUVs->ReadFloats(vecUVs) || vecUVs.empty() ||
         (pIndices != nullptr && !pIndices->ReadInts(vecIndices)))
     {
         return;

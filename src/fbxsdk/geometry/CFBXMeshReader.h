@@ -18,6 +18,8 @@ class CFBXMeshReader
   private:
     bool ReadPolygons(const CFBXRecord& rRecord);
     void ReadLayerElements(const CFBXRecord& rRecord);
+    // False (reported once) when the mesh has enough elements of the type.
+    bool HasRoom(FbxLayerElement::EType eType);
     void AddElement(std::optional<FbxLayerElement>&& objElement);
     void ReadMaterials(const CFBXRecord& rRecord, std::string_view strMapping);
     void ReadHoles(const CFBXRecord& rRecord);
@@ -29,4 +31,5 @@ class CFBXMeshReader
     FbxMesh& m_rMesh;
     CQDString m_strDescription;     // for messages
     std::vector<bool> m_vecDropped; // empty: no polygon
+    bool m_bToldOfElements = false;
 };

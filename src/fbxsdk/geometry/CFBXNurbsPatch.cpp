@@ -15,7 +15,7 @@ namespace
 
 constexpr int32_t MAX_ORDER = 64;
 constexpr int32_t MAX_STEP = 32;
-constexpr size_t MAX_GRID_POINTS = 1 << 20; // unless the surface has more with the smallest step
+constexpr size_t GRID_POINTS_PER_BYTE = 2; // of the points in the file
 
 const CFBXRecord* FindOneOf(const CFBXRecord& rRecord, std::string_view strName, std::string_view strOther)
 {
@@ -43,6 +43,7 @@ std::optional<CFBXNurbsPatch> CFBXNurbsPatch::Read(const CFBXObject& rObject)
     }
     const CFBXRecord& rRecord = *rObject.pRecord;
     CFBXNurbsPatch objPatch;
+    objPatch.m_strDescription = rRecord.Describe();
     const CFBXRecord* pOrder = FindOneOf(rRecord, "NurbsSurfaceOrder", "NurbOrder");
     const CFBXRecord* pDimensions = rRecord.FindChild("Dimensions");
     const CFBXRecord* pStep = rRecord.FindChild("Step");
@@ -54,6 +55,10 @@ std::optional<CFBXNurbsPatch> CFBXNurbsPatch::Read(const CFBXObject& rObject)
     {
         Log(FBXSDK, LOG_ERROR, "Surface %s has no points", rRecord.Describe());
         return std::nullopt;
+    }
+    for (const CFBXValue& rValue : pPoints->GetValues())
+    {
+        objPatch.m_uiBytes += rValue.IsArray() ? rValue.GetBytes().size() : sizeof(double);
     }
     for (size_t n = 0; n < 2; ++n)
     {
@@ -169,15 +174,30 @@ std::vector<CFBXNurbsPatch::CSample> CFBXNurbsPatch::GetSamples(const CDirection
     return vecSamples;
 }
 
-FbxMesh::CParts CFBXNurbsPatch::Tessellate() const
+size_t CFBXNurbsPatch::CountPoints(const std::array<int32_t, 2>& rSteps) const
+{
+    constexpr size_t USUAL_ORDERS = 4 * 4;
+    const size_t uiOrders = static_cast<size_t>(m_arrDirections[0].m_nOrder * m_arrDirections[1].m_nOrder);
+    return m_arrDirections[0].CountSamples(rSteps[0]) * m_arrDirections[1].CountSamples(rSteps[1]) *
+           ((uiOrders + USUAL_ORDERS - 1) / USUAL_ORDERS);
+}
+
+FbxMesh::CParts CFBXNurbsPatch::Tessellate(size_t& rnPointsLeft) const
 {
     std::array<int32_t, 2> arrSteps{m_arrDirections[0].m_nStep, m_arrDirections[1].m_nStep};
-    while (m_arrDirections[0].CountSamples(arrSteps[0]) * m_arrDirections[1].CountSamples(arrSteps[1]) >
-               MAX_GRID_POINTS &&
-           (arrSteps[0] > 1 || arrSteps[1] > 1))
+    const size_t uiWorth = m_uiBytes * GRID_POINTS_PER_BYTE;
+    const auto AreTooMany = [&] { return CountPoints(arrSteps) > uiWorth + rnPointsLeft; };
+    if (AreTooMany())
+    {
+        Log(FBXSDK, LOG_WARNING, "Surface %s is made coarser: steps of %d and %d give too many points",
+            m_strDescription, arrSteps[0], arrSteps[1]);
+    }
+    while (AreTooMany() && (arrSteps[0] > 1 || arrSteps[1] > 1))
     {
         arrSteps = {std::max(arrSteps[0] / 2, 1), std::max(arrSteps[1] / 2, 1)};
     }
+    const size_t uiPoints = CountPoints(arrSteps);
+    rnPointsLeft -= std::min(rnPointsLeft, uiPoints - std::min(uiPoints, uiWorth));
     const std::vector<CSample> vecColumns = GetSamples(m_arrDirections[0], arrSteps[0]);
     const std::vector<CSample> vecRows = GetSamples(m_arrDirections[1], arrSteps[1]);
 

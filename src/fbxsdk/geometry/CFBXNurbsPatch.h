@@ -19,8 +19,10 @@ class CFBXNurbsPatch
 
     // x, y, z and weight of each; u runs first.
     const std::vector<double>& GetPoints() const { return m_vecPoints; }
-    // Every stretch between two different knots is cut into as many parts as the file wants, within reason.
-    FbxMesh::CParts Tessellate() const;
+    // Every stretch between two different knots is cut into as many parts as the file wants, but into fewer
+    // (reported) where the grid would have more points than the surface's own are worth and than are left;
+    // takes what it needs of these. Points of a high order, which take long to find, count more than once.
+    FbxMesh::CParts Tessellate(size_t& rnPointsLeft) const;
 
   private:
     // u and v.
@@ -39,6 +41,7 @@ class CFBXNurbsPatch
     };
     struct CSample;
 
+    size_t CountPoints(const std::array<int32_t, 2>& rSteps) const;
     static std::vector<CSample> GetSamples(const CDirection& rDirection, int32_t nStep);
     CFBXSurfaceGrid::CPlace GetPlace(const CSample& rColumn, const CSample& rRow) const;
 
@@ -46,4 +49,6 @@ class CFBXNurbsPatch
     std::vector<double> m_vecPoints;
     std::vector<int32_t> m_vecMaterials; // one or none
     bool m_bFlipNormals = false;
+    size_t m_uiBytes = 0;       // of the points, as the file has them
+    CQDString m_strDescription; // for messages
 };

@@ -107,7 +107,7 @@ std::vector<size_t> CFBXSurfaceGrid::FindSamePoints() const
     return vecSame;
 }
 
-std::vector<double> CFBXSurfaceGrid::GetNormals(const std::vector<size_t>& rSamePoints, bool bFlip) const
+std::vector<float> CFBXSurfaceGrid::GetNormals(const std::vector<size_t>& rSamePoints, bool bFlip) const
 {
     // Of the polygons around a point.
     std::vector<CVector> vecAround(m_vecPlaces.size());
@@ -137,7 +137,7 @@ std::vector<double> CFBXSurfaceGrid::GetNormals(const std::vector<size_t>& rSame
         dLongest = std::max(dLongest, Dot(vecExact.back(), vecExact.back()));
     }
 
-    std::vector<double> vecNormals;
+    std::vector<float> vecNormals;
     vecNormals.reserve(m_vecPlaces.size() * 3);
     for (size_t n = 0; n < m_vecPlaces.size(); ++n)
     {
@@ -146,7 +146,10 @@ std::vector<double> CFBXSurfaceGrid::GetNormals(const std::vector<size_t>& rSame
             Dot(vecExact[n], vecExact[n]) > dLongest * 1e-18 ? vecExact[n] : vecAround[rSamePoints[n]];
         const double dLength = std::sqrt(Dot(rNormal, rNormal));
         const double dScale = dLength > 0 ? (bFlip ? -1 : 1) / dLength : 0;
-        vecNormals.insert(vecNormals.end(), {rNormal[0] * dScale, rNormal[1] * dScale, rNormal[2] * dScale});
+        for (const double d : rNormal)
+        {
+            vecNormals.push_back(static_cast<float>(d * dScale));
+        }
     }
     return vecNormals;
 }
@@ -156,12 +159,15 @@ FbxMesh::CParts CFBXSurfaceGrid::MakeMesh(bool bFlip) const
     FbxMesh::CParts objParts;
     const std::vector<size_t> vecSame = FindSamePoints();
     std::vector<int32_t> vecPoints(vecSame.size()); // where a place's own point is
-    std::vector<double> vecUVs;
+    std::vector<float> vecUVs;
     vecUVs.reserve(vecSame.size() * 2);
     for (size_t n = 0; n < vecSame.size(); ++n)
     {
         const CPlace& rPlace = m_vecPlaces[n];
-        vecUVs.insert(vecUVs.end(), rPlace.m_arrUV.begin(), rPlace.m_arrUV.end());
+        for (const double d : rPlace.m_arrUV)
+        {
+            vecUVs.push_back(static_cast<float>(d));
+        }
         if (vecSame[n] == n)
         {
             vecPoints[n] = static_cast<int32_t>(objParts.m_vecControlPoints.size() / 3);
@@ -207,7 +213,7 @@ FbxMesh::CParts CFBXSurfaceGrid::MakeMesh(bool bFlip) const
 
     const FbxLayerElement::CCounts objCounts{objParts.m_vecControlPoints.size() / 3, vecPlaces.size(),
                                              objParts.m_vecPolygonStarts.size() - 1};
-    const auto AddElement = [&](FbxLayerElement::EType eType, std::vector<double>&& vecValues) {
+    const auto AddElement = [&](FbxLayerElement::EType eType, std::vector<float>&& vecValues) {
         if (std::optional<FbxLayerElement> objElement = FbxLayerElement::Create(
                 eType, CQDString(), FbxLayerElement::eByPolygonVertex, std::move(vecValues),
                 std::vector<int32_t>(vecPlaces), objCounts, "of a surface"))

@@ -33,7 +33,7 @@ class CFBXSurfaceGrid
     double GetExtent() const;
     // For each place, the one whose point it shares.
     std::vector<size_t> FindSamePoints() const;
-    std::vector<double> GetNormals(const std::vector<size_t>& rSamePoints, bool bFlip) const;
+    std::vector<float> GetNormals(const std::vector<size_t>& rSamePoints, bool bFlip) const;
 
     size_t m_uiColumns;
     size_t m_uiRows;

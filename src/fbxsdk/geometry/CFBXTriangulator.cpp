@@ -215,7 +215,10 @@ bool CFBXTriangulator::IsConvex(int32_t nCorner) const
 void CFBXTriangulator::CutEars(int32_t nFirst, std::vector<int32_t>& rCorners)
 {
     // Enough for what real polygons need, too little to keep anybody waiting.
-    m_nPatience = 65536 + 1024 * static_cast<int64_t>(m_vecPoints.size());
+    const auto nCorners = static_cast<int64_t>(m_vecPoints.size());
+    m_nPatienceLeft += 64 * nCorners;
+    const int64_t nPatience = std::min(65536 + 1024 * nCorners, m_nPatienceLeft);
+    m_nPatience = nPatience;
     size_t uiLeft = m_vecPoints.size();
     int32_t nCorner = 0;
     int32_t nLast = 0; // where the search went through the whole ring
@@ -238,7 +241,10 @@ void CFBXTriangulator::CutEars(int32_t nFirst, std::vector<int32_t>& rCorners)
         }
         nCorner = nNext;
         nLevel += nCorner == nLast ? 1 : 0;
+        // No corner is convex: there is no surface to be got right.
+        m_nPatience /= nCorner == nLast && nLevel == LEVEL_ANYTHING ? 4 : 1;
     }
+    m_nPatienceLeft -= nPatience - std::max<int64_t>(m_nPatience, 0);
     Append(rCorners, nFirst, m_vecPrevious[static_cast<size_t>(nCorner)], nCorner,
            m_vecNext[static_cast<size_t>(nCorner)]);
 }

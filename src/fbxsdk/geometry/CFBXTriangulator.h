@@ -37,6 +37,7 @@ class CFBXTriangulator
     std::vector<int32_t> m_vecPrevious; // corners that are left form a ring
     std::vector<int32_t> m_vecNext;     // GONE: cut off
     double m_dFlat = 0;                 // twice the area of a triangle that has none
+    int64_t m_nPatienceLeft = 1 << 25;  // for all polygons; each adds to it
     int64_t m_nPatience = 0;            // tests until the rest is cut as it comes
 
     std::vector<int32_t> m_vecReflex; // corners that are not convex at the start

@@ -21,11 +21,6 @@ FbxCluster::ELinkMode GetMode(std::string_view strMode)
     return strMode == "Total1" ? FbxCluster::eTotalOne : FbxCluster::eNormalize;
 }
 
-bool IsFinite(std::span<const double> arrNumbers)
-{
-    return std::ranges::all_of(arrNumbers, [](double d) { return std::isfinite(d); });
-}
-
 } // namespace
 
 std::unique_ptr<FbxCluster> FbxCluster::Create(const CFBXObjectTable&, const CFBXObject& rObject)
@@ -61,7 +56,7 @@ void FbxCluster::ReadWeights(const CFBXRecord& rRecord)
         m_vecIndices.resize(nCount);
         m_vecWeights.resize(nCount);
     }
-    if (!IsFinite(m_vecWeights))
+    if (!std::ranges::all_of(m_vecWeights, [](double d) { return std::isfinite(d); }))
     {
         Log(FBXSDK, LOG_WARNING, "Cluster '%s' has weights that are no numbers: they count as 0", GetName());
         std::ranges::replace_if(
@@ -71,20 +66,14 @@ void FbxCluster::ReadWeights(const CFBXRecord& rRecord)
 
 std::optional<FbxAMatrix> FbxCluster::ReadMatrix(const CFBXRecord& rRecord, const char* szName) const
 {
-    constexpr size_t NUMBERS = 16;
     const CFBXRecord* pRecord = rRecord.FindChild(szName);
-    std::vector<double> vecRows;
-    if (pRecord == nullptr || !pRecord->ReadDoubles(vecRows))
-    {
-        return std::nullopt;
-    }
-    if (vecRows.size() != NUMBERS || !IsFinite(vecRows))
+    const auto objMatrix = pRecord != nullptr ? FbxAMatrix::FromRecord(*pRecord) : std::nullopt;
+    if (pRecord != nullptr && !objMatrix)
     {
         Log(FBXSDK, LOG_WARNING, "The %s of cluster '%s' is not a matrix of 16 numbers: it is left out",
             szName, GetName());
-        return std::nullopt;
     }
-    return FbxAMatrix::FromRows(std::span<const double, NUMBERS>(vecRows));
+    return objMatrix;
 }
 
 void FbxCluster::OnConnected()

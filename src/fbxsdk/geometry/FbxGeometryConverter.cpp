@@ -7,35 +7,55 @@
 #include "fbxsdk/scene/FbxScene.h"
 #include "qdcommon/CLogChecks.h"
 
-bool FbxGeometryConverter::TriangulateInPlace(FbxNode* pNode) const
+bool FbxGeometryConverter::TriangulateInPlace(FbxNode* pNode)
 {
     QD_CHECK_ARG(pNode, false);
     for (int n = 0; n < pNode->GetNodeAttributeCount(); ++n)
     {
         if (FbxMesh* pMesh = dynamic_cast<FbxMesh*>(pNode->GetNodeAttributeByIndex(n)))
         {
-            pMesh->Triangulate();
+            pMesh->Triangulate(m_objTriangulator);
         }
         else if (const FbxNurbs* pNurbs = dynamic_cast<const FbxNurbs*>(pNode->GetNodeAttributeByIndex(n)))
         {
-            std::unique_ptr<FbxMesh> spMesh = FbxMesh::Create(*pNurbs, pNurbs->GetPatch().Tessellate());
-            spMesh->Triangulate();
-            QD_CHECK_CALL(pNode->SetNodeAttribute(n, pNode->GetScene()->AddObject(std::move(spMesh))), false);
+            QD_CHECK_CALL(pNode->SetNodeAttribute(n, GetMesh(*pNurbs)), false);
         }
     }
     return true;
 }
 
-bool FbxGeometryConverter::ConvertNurbsSurfaceToNurbsInPlace(FbxNode* pNode) const
+bool FbxGeometryConverter::ConvertNurbsSurfaceToNurbsInPlace(FbxNode* pNode)
 {
     QD_CHECK_ARG(pNode, false);
     for (int n = 0; n < pNode->GetNodeAttributeCount(); ++n)
     {
         if (const auto* pSurface = dynamic_cast<const FbxNurbsSurface*>(pNode->GetNodeAttributeByIndex(n)))
         {
-            FbxNurbs* pNurbs = pNode->GetScene()->AddObject(FbxNurbs::Create(*pSurface));
-            QD_CHECK_CALL(pNode->SetNodeAttribute(n, pNurbs), false);
+            QD_CHECK_CALL(pNode->SetNodeAttribute(n, GetNurbs(*pSurface)), false);
         }
     }
     return true;
+}
+
+FbxMesh* FbxGeometryConverter::GetMesh(const FbxNurbs& rNurbs)
+{
+    FbxGeometry*& rpMesh = m_mapConverted[&rNurbs];
+    if (rpMesh == nullptr)
+    {
+        std::unique_ptr<FbxMesh> spMesh =
+            FbxMesh::Create(rNurbs, rNurbs.GetPatch().Tessellate(m_nGridPointsLeft));
+        spMesh->Triangulate(m_objTriangulator);
+        rpMesh = rNurbs.GetScene()->AddObject(std::move(spMesh));
+    }
+    return static_cast<FbxMesh*>(rpMesh);
+}
+
+FbxNurbs* FbxGeometryConverter::GetNurbs(const FbxNurbsSurface& rSurface)
+{
+    FbxGeometry*& rpNurbs = m_mapConverted[&rSurface];
+    if (rpNurbs == nullptr)
+    {
+        rpNurbs = rSurface.GetScene()->AddObject(FbxNurbs::Create(rSurface));
+    }
+    return static_cast<FbxNurbs*>(rpNurbs);
 }

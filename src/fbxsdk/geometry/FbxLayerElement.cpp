@@ -2,6 +2,7 @@
 
 #include "fbxsdk/document/CFBXLog.h"
 #include "fbxsdk/document/CFBXRecord.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 #include "qdcommon/CLog.h"
 
 #include <algorithm>
@@ -65,9 +66,9 @@ std::optional<FbxLayerElement> FbxLayerElement::Read(EType eType, const CFBXReco
                                                      const CCounts& rCounts)
 {
     const CNames& rNames = NAMES[eType];
-    std::vector<double> vecValues;
+    std::vector<float> vecValues;
     const CFBXRecord* pValues = rRecord.FindChild(rNames.m_strValues);
-    if (pValues == nullptr || !pValues->ReadDoubles(vecValues) || vecValues.empty())
+    if (pValues == nullptr || !pValues->ReadFloats(vecValues) || vecValues.empty())
     {
         return std::nullopt; // exporters write sets that they have nothing for
     }
@@ -81,12 +82,12 @@ std::optional<FbxLayerElement> FbxLayerElement::Read(EType eType, const CFBXReco
         }
     }
     const std::string_view strMapping = rRecord.GetChildString("MappingInformationType");
-    return Create(eType, CQDString(rRecord.GetChildString("Name")), GetMappingMode(strMapping),
+    return Create(eType, CQDString(LimitFBXName(rRecord.GetChildString("Name"))), GetMappingMode(strMapping),
                   std::move(vecValues), std::move(vecIndices), rCounts, rRecord.Describe());
 }
 
 std::optional<FbxLayerElement> FbxLayerElement::Create(EType eType, CQDString strName, EMappingMode eMode,
-                                                       std::vector<double>&& vecValues,
+                                                       std::vector<float>&& vecValues,
                                                        std::vector<int32_t>&& vecIndices,
                                                        const CCounts& rCounts, const CQDString& rOwner)
 {
@@ -118,10 +119,10 @@ bool FbxLayerElement::Repair(const CCounts& rCounts, const CQDString& rOwner)
     }
 
     size_t uiMissing = uiKeys - std::min(uiGiven, uiKeys);
-    const double dMissing = m_eType == eVertexColor ? 1 : 0;
+    const float fMissing = m_eType == eVertexColor ? 1.0f : 0.0f;
     if (m_vecIndices.empty())
     {
-        m_vecValues.resize(uiKeys * uiSize, dMissing);
+        m_vecValues.resize(uiKeys * uiSize, fMissing);
     }
     else
     {
@@ -138,7 +139,7 @@ bool FbxLayerElement::Repair(const CCounts& rCounts, const CQDString& rOwner)
         }
         if (uiMissing > 0)
         {
-            m_vecValues.resize((uiValues + 1) * uiSize, dMissing);
+            m_vecValues.resize((uiValues + 1) * uiSize, fMissing);
         }
     }
     if (uiMissing > 0)

@@ -12,15 +12,15 @@
 
 class CFBXRecord;
 
-// Values of a fixed number of doubles, and which of them is whose. All that a file gets wrong is put right
-// when an element is made, so that every corner of the mesh has a value: one that the file leaves out is
-// zero, a colour white.
+// Values of a fixed number of floats, which is what becomes of them in the end, and which of them is whose.
+// All that a file gets wrong is put right when an element is made, so that every corner of the mesh has a
+// value: one that the file leaves out is zero, a colour white.
 class FbxLayerElement
 {
   public:
     enum EType
     {
-        eNormal,      // 3 doubles
+        eNormal,      // 3 floats
         eTangent,     // 4: the last is the handedness, 1 or -1: bitangent = that * (normal x tangent). Never
                       // a file's: FbxMesh::GenerateTangentsData makes them.
         eUV,          // 2: from the lower left of the image
@@ -67,7 +67,7 @@ class FbxLayerElement
                                                const CCounts& rCounts);
     // Of values and indices into them; no indices: direct. The owner is for messages only.
     static std::optional<FbxLayerElement> Create(EType eType, CQDString strName, EMappingMode eMode,
-                                                 std::vector<double>&& vecValues,
+                                                 std::vector<float>&& vecValues,
                                                  std::vector<int32_t>&& vecIndices, const CCounts& rCounts,
                                                  const CQDString& rOwner);
 
@@ -75,11 +75,11 @@ class FbxLayerElement
     const CQDString& GetName() const { return m_strName; }
     EMappingMode GetMappingMode() const { return m_eMappingMode; }
     EReferenceMode GetReferenceMode() const { return m_vecIndices.empty() ? eDirect : eIndexToDirect; }
-    // Doubles in a value.
+    // Floats in a value.
     int GetValueSize() const { return GetValueSize(m_eType); }
 
     // All values, one after the other.
-    std::span<const double> GetDirectArray() const { return m_vecValues; }
+    std::span<const float> GetDirectArray() const { return m_vecValues; }
     // Empty for eDirect.
     std::span<const int32_t> GetIndexArray() const { return m_vecIndices; }
 
@@ -104,8 +104,8 @@ class FbxLayerElement
         }
         return m_vecIndices.empty() ? nKey : m_vecIndices[static_cast<size_t>(nKey)];
     }
-    // GetValueSize() doubles.
-    const double* GetValue(int32_t nIndex) const
+    // GetValueSize() floats.
+    const float* GetValue(int32_t nIndex) const
     {
         return m_vecValues.data() + static_cast<size_t>(nIndex) * static_cast<size_t>(GetValueSize());
     }
@@ -121,6 +121,6 @@ class FbxLayerElement
     EType m_eType = eNormal;
     EMappingMode m_eMappingMode = eNone;
     CQDString m_strName;
-    std::vector<double> m_vecValues;
+    std::vector<float> m_vecValues;
     std::vector<int32_t> m_vecIndices;
 };

@@ -68,25 +68,13 @@ FbxLayerElement::CCounts FbxMesh::GetCounts() const
     return {m_vecControlPoints.size() / 3, m_vecPolygonVertices.size(), m_vecPolygonStarts.size() - 1};
 }
 
-int32_t FbxMesh::MoveMissingMaterials(int32_t nMaterialCount)
+void FbxMesh::Triangulate()
 {
-    if (m_vecMaterials.empty())
-    {
-        return nMaterialCount == 0 ? GetPolygonCount() : 0; // number 0 for all
-    }
-    int32_t nMissing = 0;
-    for (int32_t& rnMaterial : m_vecMaterials)
-    {
-        if (rnMaterial < 0 || rnMaterial >= nMaterialCount)
-        {
-            rnMaterial = nMaterialCount;
-            ++nMissing;
-        }
-    }
-    return m_vecMaterials.size() > 1 ? nMissing : nMissing * GetPolygonCount();
+    CFBXTriangulator objTriangulator;
+    Triangulate(objTriangulator);
 }
 
-void FbxMesh::Triangulate()
+void FbxMesh::Triangulate(CFBXTriangulator& rTriangulator)
 {
     if (IsTriangleMesh())
     {
@@ -96,15 +84,14 @@ void FbxMesh::Triangulate()
     vecCorners.reserve(m_vecPolygonVertices.size() * 3 / 2);
     std::vector<int32_t> vecPolygons;
     vecPolygons.reserve(m_vecPolygonVertices.size() / 2);
-    CFBXTriangulator objTriangulator;
     const std::span<const int32_t> arrPolygonVertices = m_vecPolygonVertices;
     for (int32_t nPolygon = 0; nPolygon < GetPolygonCount(); ++nPolygon)
     {
         const int32_t nStart = GetPolygonStart(nPolygon);
-        objTriangulator.Triangulate(m_vecControlPoints,
-                                    arrPolygonVertices.subspan(static_cast<size_t>(nStart),
-                                                               static_cast<size_t>(GetPolygonSize(nPolygon))),
-                                    nStart, vecCorners);
+        rTriangulator.Triangulate(m_vecControlPoints,
+                                  arrPolygonVertices.subspan(static_cast<size_t>(nStart),
+                                                             static_cast<size_t>(GetPolygonSize(nPolygon))),
+                                  nStart, vecCorners);
         vecPolygons.resize(vecCorners.size() / 3, nPolygon);
     }
     std::vector<int32_t> vecStarts(vecPolygons.size() + 1);

@@ -8,6 +8,7 @@
 #include <memory>
 
 class CFBXObjectTable;
+class CFBXTriangulator;
 
 // A corner of a polygon is a "polygon vertex". All numbers that it gives are valid: control points below
 // their count, values of elements below theirs. Polygons have at least one corner.
@@ -86,13 +87,11 @@ class FbxMesh final : public FbxGeometry
                                          : m_vecMaterials[0];
     }
 
-    // Polygons whose number is none of so many materials get the number behind the last. Returns how many
-    // there are.
-    int32_t MoveMissingMaterials(int32_t nMaterialCount);
-
     // Splits polygons into triangles that cover the same surface, concave ones included; polygons of fewer
     // than three corners go. Elements and materials follow.
     void Triangulate();
+    // One triangulator for many meshes has less patience with polygons that are no surfaces.
+    void Triangulate(CFBXTriangulator& rTriangulator);
     // Makes a tangent for each corner, in the place of all that there are, from a set of texture coordinates
     // and the first normals. Corners that agree in place, normal, texture coordinate and handedness share
     // theirs. False (reported) when the mesh has not both.

@@ -41,11 +41,11 @@ CVector GetPerpendicular(const CVector& a)
 
 // What is not a number has no place in an order: it becomes zero.
 template <size_t COUNT>
-void CopyNumbers(std::array<double, COUNT>& rNumbers, const double* pFrom)
+void CopyNumbers(std::array<double, COUNT>& rNumbers, const float* pFrom)
 {
     for (size_t n = 0; n < COUNT; ++n)
     {
-        rNumbers[n] = std::isnan(pFrom[n]) ? 0 : pFrom[n];
+        rNumbers[n] = std::isnan(pFrom[n]) ? 0 : static_cast<double>(pFrom[n]);
     }
 }
 
@@ -143,7 +143,7 @@ bool FbxMesh::GenerateTangentsData(int32_t nUVLayer)
                    std::tie(rB.m_bMirrored, rB.m_arrUV, rB.m_arrNormal, b);
         });
     }
-    std::vector<double> vecTangents;
+    std::vector<float> vecTangents;
     std::vector<int32_t> vecIndices(vecCorners.size());
     for (size_t uiBegin = 0; uiBegin < vecOrder.size();)
     {
@@ -158,8 +158,11 @@ bool FbxMesh::GenerateTangentsData(int32_t nUVLayer)
         }
         const CVector arrTangent =
             Dot(arrSum, arrSum) > 0 ? Normalize(arrSum) : GetPerpendicular(rFirst.m_arrNormal);
-        vecTangents.insert(vecTangents.end(), arrTangent.begin(), arrTangent.end());
-        vecTangents.push_back(rFirst.m_bMirrored ? -1 : 1);
+        for (const double d : arrTangent)
+        {
+            vecTangents.push_back(static_cast<float>(d));
+        }
+        vecTangents.push_back(rFirst.m_bMirrored ? -1.0f : 1.0f);
         uiBegin = uiEnd;
     }
     std::optional<FbxLayerElement> objElement =

@@ -28,6 +28,7 @@ void CFBXSceneBuilder::Build()
     {
         spObject->OnConnected();
     }
+    PlaceNodes();
 }
 
 void CFBXSceneBuilder::Connect()
@@ -117,6 +118,20 @@ void CFBXSceneBuilder::BuildTree()
             }
             AddReachable(rTop, 1);
         }
+    }
+}
+
+// Once for each node: to walk up from every one is too slow where they are nested deep.
+void CFBXSceneBuilder::PlaceNodes()
+{
+    std::vector<FbxNode*> vecOpen = m_rScene.GetObjects<FbxNode>();
+    std::erase_if(vecOpen, [](const FbxNode* pNode) { return pNode->m_pParent != nullptr; });
+    while (!vecOpen.empty())
+    {
+        FbxNode& rNode = *vecOpen.back();
+        vecOpen.pop_back();
+        rNode.OnPlaced();
+        vecOpen.insert(vecOpen.end(), rNode.m_vecChildren.begin(), rNode.m_vecChildren.end());
     }
 }
 

@@ -23,6 +23,7 @@ class CFBXSceneBuilder
     static FbxNode& FindTop(FbxNode& rNode);
     void MoveToRoot(FbxNode& rNode);
     void AddReachable(FbxNode& rTop, int nTopDepth);
+    void PlaceNodes();
 
     FbxScene& m_rScene;
     std::unordered_set<const FbxNode*> m_setReached; // from the root

@@ -1,6 +1,7 @@
 #include "fbxsdk/material/FbxSurfaceMaterial.h"
 
 #include "fbxsdk/document/CFBXRecord.h"
+#include "fbxsdk/material/FbxTexture.h"
 #include "fbxsdk/objects/CFBXObject.h"
 
 #include <algorithm>
@@ -17,6 +18,8 @@ std::unique_ptr<FbxSurfaceMaterial> FbxSurfaceMaterial::Create(const CFBXObjectT
     }
     return spMaterial;
 }
+
+void FbxSurfaceMaterial::OnConnected() { m_bHasNormalMap = !GetSrcObjects<FbxTexture>(sNormalMap).empty(); }
 
 double FbxSurfaceMaterial::GetOpacity() const
 {

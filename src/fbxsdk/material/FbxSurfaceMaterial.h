@@ -37,9 +37,15 @@ class FbxSurfaceMaterial final : public FbxObject
     // 1 for opaque. What the transparent colour and its factor let pass is not seen; but a file that says the
     // opacity itself knows better, as not all tools mean the same by those two.
     double GetOpacity() const;
+    // Whether a texture is connected to it.
+    bool HasNormalMap() const { return m_bHasNormalMap; }
+
+  protected:
+    void OnConnected() override;
 
   private:
     using FbxObject::FbxObject;
 
     CQDString m_strShadingModel;
+    bool m_bHasNormalMap = false;
 };

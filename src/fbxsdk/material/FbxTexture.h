@@ -2,6 +2,7 @@
 #pragma once
 
 #include "fbxsdk/base/FbxObject.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 
 class FbxTexture : public FbxObject
 {
@@ -15,7 +16,7 @@ class FbxTexture : public FbxObject
     EWrapMode GetWrapModeU() const { return GetWrapMode("WrapModeU"); }
     EWrapMode GetWrapModeV() const { return GetWrapMode("WrapModeV"); }
     // The name of the mesh's texture coordinates; empty and "default" mean the first.
-    std::string_view GetUVSet() const { return FindProperty("UVSet").GetString(); }
+    std::string_view GetUVSet() const { return LimitFBXName(FindProperty("UVSet").GetString()); }
     // How the coordinates are moved, turned (degrees, the third is that in the plane) and scaled.
     FbxDouble3 GetTranslation() const { return FindProperty("Translation").GetDouble3(); }
     FbxDouble3 GetRotation() const { return FindProperty("Rotation").GetDouble3(); }

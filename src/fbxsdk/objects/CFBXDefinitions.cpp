@@ -4,16 +4,21 @@
 #include "fbxsdk/document/CFBXRecord.h"
 #include "fbxsdk/objects/CFBXObjectTable.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 
 // What the template of a kind of node attribute or geometry is called. Files until 7.2 write "KFbx" for
 // "Fbx".
-constexpr struct
+struct CPair
 {
     std::string_view strKind;
     std::string_view strTemplate;
-} TEMPLATES_OF_KINDS[] = {
+};
+
+constexpr CPair TEMPLATES_OF_KINDS[] = {
     {"Camera", "Camera"},
     {"CameraStereo", "CameraStereo"},
     {"CameraSwitcher", "CameraSwitcher"},
@@ -36,24 +41,18 @@ constexpr struct
     {"Patch", "Patch"},
 };
 
-bool IsTemplateOfKind(std::string_view strTemplate, std::string_view strKind)
+bool HasKinds(std::string_view strClass) { return strClass == "NodeAttribute" || strClass == "Geometry"; }
+
+std::string_view CutPrefix(std::string_view strTemplate)
 {
     for (const std::string_view strPrefix : {"KFbx", "Fbx"})
     {
         if (strTemplate.starts_with(strPrefix))
         {
-            strTemplate.remove_prefix(strPrefix.size());
-            break;
+            return strTemplate.substr(strPrefix.size());
         }
     }
-    for (const auto& rPair : TEMPLATES_OF_KINDS)
-    {
-        if (rPair.strKind == strKind)
-        {
-            return rPair.strTemplate == strTemplate;
-        }
-    }
-    return false;
+    return strTemplate;
 }
 
 } // namespace
@@ -73,7 +72,10 @@ CFBXDefinitions::CFBXDefinitions(const CFBXRecord& rRoot, CFBXObjectTable& rTabl
             {
                 CFBXProperties& rProperties = rTable.AddTemplate();
                 rProperties.Read(rTemplate);
-                m_vecTemplates.push_back({rClass.GetString(0), rTemplate.GetString(0), &rProperties});
+                const std::string_view strClass = rClass.GetString(0);
+                const std::string_view strName =
+                    HasKinds(strClass) ? CutPrefix(rTemplate.GetString(0)) : std::string_view();
+                m_mapTemplates.emplace(std::pair(strClass, strName), &rProperties);
             }
         }
     }
@@ -81,13 +83,16 @@ CFBXDefinitions::CFBXDefinitions(const CFBXRecord& rRoot, CFBXObjectTable& rTabl
 
 const CFBXProperties* CFBXDefinitions::Find(std::string_view strClass, std::string_view strKind) const
 {
-    const bool bHasKinds = strClass == "NodeAttribute" || strClass == "Geometry";
-    for (const STemplate& rTemplate : m_vecTemplates)
+    std::string_view strName;
+    if (HasKinds(strClass))
     {
-        if (rTemplate.strClass == strClass && (!bHasKinds || IsTemplateOfKind(rTemplate.strName, strKind)))
+        const auto* pPair = std::ranges::find(TEMPLATES_OF_KINDS, strKind, &CPair::strKind);
+        if (pPair == std::end(TEMPLATES_OF_KINDS))
         {
-            return rTemplate.pProperties;
+            return nullptr;
         }
+        strName = pPair->strTemplate;
     }
-    return nullptr;
+    const auto it = m_mapTemplates.find({strClass, strName});
+    return it != m_mapTemplates.end() ? it->second : nullptr;
 }

@@ -1,8 +1,9 @@
 // The property templates of a file: for each class, the values of properties that its objects do not write.
 #pragma once
 
+#include <map>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 class CFBXObjectTable;
 class CFBXProperties;
@@ -19,12 +20,6 @@ class CFBXDefinitions
     const CFBXProperties* Find(std::string_view strClass, std::string_view strKind) const;
 
   private:
-    struct STemplate
-    {
-        std::string_view strClass; // "NodeAttribute"
-        std::string_view strName;  // "FbxCamera"
-        const CFBXProperties* pProperties;
-    };
-
-    std::vector<STemplate> m_vecTemplates;
+    // By class ("NodeAttribute") and, of one that has kinds, name ("Camera").
+    std::map<std::pair<std::string_view, std::string_view>, const CFBXProperties*> m_mapTemplates;
 };

@@ -9,6 +9,23 @@
 
 #include <algorithm>
 
+namespace
+{
+
+void LimitName(CFBXObject& rObject)
+{
+    const std::string_view strName = LimitFBXName(rObject.strName);
+    if (strName.size() != rObject.strName.size())
+    {
+        Log(FBXSDK, LOG_WARNING, "The name of a %s has %llu bytes, and is cut to '%s'",
+            CQDString(rObject.strClass), static_cast<unsigned long long>(rObject.strName.size()),
+            CQDString(strName));
+        rObject.strName = strName;
+    }
+}
+
+} // namespace
+
 std::unique_ptr<CFBXObjectTable> CFBXObjectTable::Create(std::unique_ptr<CFBXDocument> spDocument,
                                                          CQDString& rError)
 {
@@ -31,6 +48,13 @@ void CFBXObjectTable::ReadHeader()
     if (const CFBXRecord* pHeader = rRoot.FindChild("FBXHeaderExtension"))
     {
         m_bPasswordProtected = pHeader->GetChildInt64("EncryptionType") != 0;
+        // Older headers may hold a number that means nothing.
+        constexpr int64_t FIRST_WITH_DEFINITION = 1004;
+        const CFBXRecord* pFlags = pHeader->FindChild("OtherFlags");
+        if (pFlags != nullptr && pHeader->GetChildInt64("FBXHeaderVersion") >= FIRST_WITH_DEFINITION)
+        {
+            m_nTicksDefinition = pFlags->GetChildInt64("TCDefinition", USUAL_TICKS);
+        }
         if (m_strCreator.empty())
         {
             m_strCreator = pHeader->GetChildString("Creator");
@@ -82,6 +106,7 @@ CFBXObject* CFBXObjectTable::FindObjectByName(std::string_view strFullName)
 CFBXObject* CFBXObjectTable::AddObject(const CFBXObject& rObject)
 {
     CFBXObject& rAdded = m_listObjects.emplace_back(rObject);
+    LimitName(rAdded);
     if (rObject.nId == ROOT_ID || !m_mapObjects.emplace(rObject.nId, &rAdded).second)
     {
         Log(FBXSDK, LOG_WARNING, "Ignoring the %s '%s': its id %lld is that of another object.",
@@ -99,6 +124,7 @@ CFBXObject& CFBXObjectTable::AddUnnumberedObject(const CFBXObject& rObject)
         ++m_nNextId;
     }
     CFBXObject& rAdded = m_listObjects.emplace_back(rObject);
+    LimitName(rAdded);
     rAdded.nId = m_nNextId++;
     m_mapObjects.emplace(rAdded.nId, &rAdded);
     return rAdded;

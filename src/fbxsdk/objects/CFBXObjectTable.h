@@ -16,7 +16,9 @@
 
 #include "fbxsdk/document/CFBXDocument.h"
 #include "fbxsdk/objects/CFBXConnection.h"
+#include "fbxsdk/objects/CFBXIdHash.h"
 #include "fbxsdk/objects/CFBXObject.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 #include "qdcommon/CQDString.h"
 
 #include <deque>
@@ -30,6 +32,7 @@ class CFBXObjectTable
 {
   public:
     static constexpr int64_t ROOT_ID = 0;
+    static constexpr int64_t USUAL_TICKS = 127;
 
     CFBXObjectTable(const CFBXObjectTable&) = delete;
     CFBXObjectTable& operator=(const CFBXObjectTable&) = delete;
@@ -47,6 +50,8 @@ class CFBXObjectTable
     std::string_view GetCreator() const { return m_strCreator; }
     // The document's objects are encrypted or locked by a password.
     bool IsPasswordProtected() const { return m_bPasswordProtected; }
+    // What the file says of the ticks that it counts time in.
+    int64_t GetTicksDefinition() const { return m_nTicksDefinition; }
 
     // In file order; the root is not among them.
     const std::deque<CFBXObject>& GetObjects() const { return m_listObjects; }
@@ -75,7 +80,7 @@ class CFBXObjectTable
     // Stays where it is.
     CFBXProperties& AddTemplate() { return m_listTemplates.emplace_back(); }
     CFBXObject& GetGlobalSettings() { return m_objGlobalSettings; }
-    void SetActiveStackName(std::string_view strName) { m_strActiveStack = strName; }
+    void SetActiveStackName(std::string_view strName) { m_strActiveStack = LimitFBXName(strName); }
 
   private:
     CFBXObjectTable() = default;
@@ -86,7 +91,7 @@ class CFBXObjectTable
 
     std::unique_ptr<CFBXDocument> m_spDocument;
     std::deque<CFBXObject> m_listObjects;
-    std::unordered_map<int64_t, const CFBXObject*> m_mapObjects;
+    std::unordered_map<int64_t, const CFBXObject*, CFBXIdHash> m_mapObjects;
     std::unordered_map<std::string_view, CFBXObject*> m_mapNames;
     std::vector<CFBXConnection> m_vecBySource;
     std::vector<CFBXConnection> m_vecByDestination;
@@ -97,5 +102,6 @@ class CFBXObjectTable
     std::string_view m_strActiveStack;
     std::string_view m_strCreator;
     int64_t m_nNextId = 1;
+    int64_t m_nTicksDefinition = USUAL_TICKS;
     bool m_bPasswordProtected = false;
 };

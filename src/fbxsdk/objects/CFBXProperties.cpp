@@ -38,7 +38,10 @@ void CFBXProperties::Read(const CFBXRecord& rObject)
     {
         return;
     }
-    for (const CFBXRecord& rLine : pLines->GetChildren())
+    const auto objLines = pLines->GetChildren();
+    m_vecProperties.reserve(m_vecProperties.size() +
+                            static_cast<size_t>(std::distance(objLines.begin(), objLines.end())));
+    for (const CFBXRecord& rLine : objLines)
     {
         if (rLine.GetName() == (bLabelled ? "P" : "Property") && !rLine.GetString(0).empty())
         {

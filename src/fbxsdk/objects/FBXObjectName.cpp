@@ -35,3 +35,18 @@ std::string_view CutFBXClash(std::string_view strName)
                         strNumbers.find_first_not_of(DIGITS, uiBetween + 1) == std::string_view::npos;
     return bClash ? strName.substr(0, uiMark) : strName;
 }
+
+std::string_view LimitFBXName(std::string_view strName)
+{
+    constexpr size_t MAX_LENGTH = 1024;
+    if (strName.size() <= MAX_LENGTH)
+    {
+        return strName;
+    }
+    size_t uiEnd = MAX_LENGTH;
+    while (uiEnd > 0 && (static_cast<unsigned char>(strName[uiEnd]) & 0xC0u) == 0x80u) // within a character
+    {
+        --uiEnd;
+    }
+    return strName.substr(0, uiEnd);
+}

@@ -9,3 +9,7 @@ std::string_view CutFBXClass(std::string_view strFullName, std::string_view strC
 
 // The name without the "_ncl1_2" that writers of version 6 append to tell equal names apart.
 std::string_view CutFBXClash(std::string_view strName);
+
+// A name of thousands of bytes, which no tool writes, is cut: things that are made of an object have its name
+// as a part of theirs, each its own copy.
+std::string_view LimitFBXName(std::string_view strName);

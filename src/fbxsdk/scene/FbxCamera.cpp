@@ -7,19 +7,17 @@ std::unique_ptr<FbxCamera> FbxCamera::Create(const CFBXObjectTable&, const CFBXO
 
 FbxCamera::EProjectionType FbxCamera::GetProjectionType() const
 {
-    return FindProperty("CameraProjectionType").GetInt() == eOrthogonal ? eOrthogonal : ePerspective;
+    return FindProperty("CameraProjectionType").GetEnum(ePerspective, eOrthogonal, ePerspective);
 }
 
 FbxCamera::EApertureMode FbxCamera::GetApertureMode() const
 {
-    const int64_t nMode = FindProperty("ApertureMode").GetInt(eVertical);
-    return nMode >= eHorizAndVert && nMode <= eFocalLength ? static_cast<EApertureMode>(nMode) : eVertical;
+    return FindProperty("ApertureMode").GetEnum(eHorizAndVert, eFocalLength, eVertical);
 }
 
 FbxCamera::EAspectRatioMode FbxCamera::GetAspectRatioMode() const
 {
-    const int64_t nMode = FindProperty("AspectRatioMode").GetInt(eWindowSize);
-    return nMode >= eWindowSize && nMode <= eFixedHeight ? static_cast<EAspectRatioMode>(nMode) : eWindowSize;
+    return FindProperty("AspectRatioMode").GetEnum(eWindowSize, eFixedHeight, eWindowSize);
 }
 
 double FbxCamera::GetAspectWidth() const { return FindProperty("AspectWidth", "AspectW").GetDouble(320); }

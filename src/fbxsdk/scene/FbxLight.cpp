@@ -7,14 +7,12 @@ std::unique_ptr<FbxLight> FbxLight::Create(const CFBXObjectTable&, const CFBXObj
 
 FbxLight::ELightType FbxLight::GetLightType() const
 {
-    const int64_t nType = FindProperty("LightType").GetInt(ePoint);
-    return nType >= ePoint && nType <= eVolume ? static_cast<ELightType>(nType) : ePoint;
+    return FindProperty("LightType").GetEnum(ePoint, eVolume, ePoint);
 }
 
 FbxLight::EDecayType FbxLight::GetDecayType() const
 {
-    const int64_t nType = FindProperty("DecayType").GetInt(eNone);
-    return nType >= eNone && nType <= eCubic ? static_cast<EDecayType>(nType) : eNone;
+    return FindProperty("DecayType").GetEnum(eNone, eCubic, eNone);
 }
 
 bool FbxLight::GetCastLight() const { return FindProperty("CastLight", "CastLightOnObject").GetBool(true); }

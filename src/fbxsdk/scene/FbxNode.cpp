@@ -1,8 +1,12 @@
 #include "fbxsdk/scene/FbxNode.h"
 
+#include "fbxsdk/animation/FbxAnimCurveNode.h"
+#include "fbxsdk/document/CFBXLog.h"
 #include "fbxsdk/material/FbxSurfaceMaterial.h"
 #include "fbxsdk/scene/FbxNodeAttribute.h"
 #include "qdcommon/CLogChecks.h"
+
+#include <algorithm>
 
 FbxNode::FbxNode(const CFBXObject* pObject) : FbxObject(pObject)
 {
@@ -25,10 +29,7 @@ FbxNode::FbxNode(const CFBXObject* pObject) : FbxObject(pObject)
         m_objPostRotation = FindProperty("PostRotation").GetDouble3();
         m_eRotationOrder = static_cast<EFbxRotationOrder>(FindProperty("RotationOrder").GetInt(eEulerXYZ));
     }
-    const int64_t nInheritType = FindProperty("InheritType").GetInt(eInheritRrSs);
-    m_eInheritType = nInheritType == eInheritRSrs  ? eInheritRSrs
-                     : nInheritType == eInheritRrs ? eInheritRrs
-                                                   : eInheritRrSs;
+    m_eInheritType = FindProperty("InheritType").GetEnum(eInheritRrSs, eInheritRrs, eInheritRrSs);
     m_dVisibility = FindProperty("Visibility").GetDouble(1);
     m_bShow = FindProperty("Show").GetBool(true);
 }
@@ -47,8 +48,35 @@ std::unique_ptr<FbxNode> FbxNode::CreateRoot()
 
 void FbxNode::OnConnected()
 {
+    // Real nodes have one, perhaps two. Each is converted with the materials of all.
+    constexpr size_t MAX_ATTRIBUTES = 32;
     m_vecAttributes = GetSrcObjects<FbxNodeAttribute>("");
+    if (m_vecAttributes.size() > MAX_ATTRIBUTES)
+    {
+        Log(FBXSDK, LOG_WARNING, "Node '%s' has %d attributes: only the first %d are taken", GetName(),
+            static_cast<int>(m_vecAttributes.size()), static_cast<int>(MAX_ATTRIBUTES));
+        m_vecAttributes.resize(MAX_ATTRIBUTES);
+    }
     m_vecMaterials = GetSrcObjects<FbxSurfaceMaterial>("");
+    m_bLclScalingAnimated = !GetSrcObjects<FbxAnimCurveNode>("Lcl Scaling").empty();
+}
+
+void FbxNode::OnPlaced()
+{
+    if (m_pParent != nullptr)
+    {
+        const FbxDouble3& rScaling = m_pParent->m_objRestPose.S;
+        const bool bEven = rScaling[0] == rScaling[1] && rScaling[1] == rScaling[2];
+        const EScaling eOfParent = m_pParent->m_bLclScalingAnimated || !bEven ? eScaledUnevenly
+                                   : rScaling[0] != 1                         ? eScaledEvenly
+                                                                              : eUnscaled;
+        m_eScalingAbove = std::max(eOfParent, m_pParent->m_eScalingAbove);
+        m_objGlobalRestPose = GetGlobalPose(m_pParent->m_objGlobalRestPose, m_objRestPose);
+    }
+    else
+    {
+        m_objGlobalRestPose = GetGlobalPose(FbxGlobalPose(), m_objRestPose);
+    }
 }
 
 bool FbxNode::SetNodeAttribute(int n, FbxNodeAttribute* pAttribute)

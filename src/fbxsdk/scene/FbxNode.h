@@ -39,6 +39,14 @@ class FbxNode final : public FbxObject
         eInheritRrs   // without the parent's own scaling
     };
 
+    // How a node's size changes by the nodes above it, at rest or at some time.
+    enum EScaling
+    {
+        eUnscaled,
+        eScaledEvenly, // which goes through rotations unchanged
+        eScaledUnevenly
+    };
+
     // Nodes nested deeper are cut off from their parents.
     static constexpr int MAX_DEPTH = 2048;
 
@@ -103,10 +111,14 @@ class FbxNode final : public FbxObject
     // unevenly.
     FbxAMatrix GetInheritMatrix(const FbxGlobalPose& rParent, const FbxLocalPose& rPose) const;
 
+    EScaling GetScalingAbove() const { return m_eScalingAbove; }
+
     // By the parent's; the root's is the default one.
     FbxGlobalPose GetGlobalPose(const FbxGlobalPose& rParent, const FbxLocalPose& rPose) const;
     FbxGlobalPose EvaluateGlobalPose(const FbxAnimLayer* pLayer, FbxTime objTime) const;
-    FbxAMatrix EvaluateGlobalTransform() const { return EvaluateGlobalTransform(nullptr, FbxTime()); }
+    // Where no animation says otherwise: known, once the scene is complete.
+    const FbxGlobalPose& GetGlobalRestPose() const { return m_objGlobalRestPose; }
+    const FbxAMatrix& EvaluateGlobalTransform() const { return m_objGlobalRestPose.m_objTransform; }
     FbxAMatrix EvaluateGlobalTransform(const FbxAnimLayer* pLayer, FbxTime objTime) const
     {
         return EvaluateGlobalPose(pLayer, objTime).m_objTransform;
@@ -119,6 +131,8 @@ class FbxNode final : public FbxObject
     friend class CFBXSceneBuilder;
 
     explicit FbxNode(const CFBXObject* pObject);
+    // Called once, after OnConnected, for a parent before its children.
+    void OnPlaced();
     // Where the scaling moves the origin, in the space that the rotation turns.
     FbxDouble3 GetScalingShift(const FbxLocalPose& rPose) const;
     // What this node has of the scaling above it.
@@ -140,7 +154,10 @@ class FbxNode final : public FbxObject
     FbxDouble3 m_objGeometricScaling{1, 1, 1};
     EFbxRotationOrder m_eRotationOrder = eEulerXYZ;
     EInheritType m_eInheritType = eInheritRrSs;
+    EScaling m_eScalingAbove = eUnscaled;
+    FbxGlobalPose m_objGlobalRestPose;
     double m_dVisibility = 1;
+    bool m_bLclScalingAnimated = false; // by some layer, whether it has keys or not
     bool m_bRotationActive = false;
     bool m_bShow = true;
 };

@@ -6,7 +6,6 @@
 #include "qdcommon/CLog.h"
 
 #include <algorithm>
-#include <cmath>
 
 FbxPose::FbxPose(const CFBXObject& rObject) : FbxObject(&rObject), m_bBindPose(rObject.strKind == "BindPose")
 {}
@@ -18,7 +17,6 @@ std::unique_ptr<FbxPose> FbxPose::Create(const CFBXObjectTable& rTable, const CF
     {
         return spPose;
     }
-    std::vector<double> vecMatrix;
     for (const CFBXRecord& rEntry : rObject.pRecord->GetChildren())
     {
         const CFBXRecord* pNode = rEntry.FindChild("Node");
@@ -27,8 +25,8 @@ std::unique_ptr<FbxPose> FbxPose::Create(const CFBXObjectTable& rTable, const CF
         {
             continue;
         }
-        if (!pMatrix->ReadDoubles(vecMatrix) || vecMatrix.size() != 16 ||
-            !std::all_of(vecMatrix.begin(), vecMatrix.end(), [](double d) { return std::isfinite(d); }))
+        const std::optional<FbxAMatrix> objMatrix = FbxAMatrix::FromRecord(*pMatrix);
+        if (!objMatrix)
         {
             Log(FBXSDK, LOG_WARNING, "Pose '%s' has no matrix of 16 numbers in %s", spPose->GetName(),
                 pMatrix->Describe());
@@ -36,7 +34,7 @@ std::unique_ptr<FbxPose> FbxPose::Create(const CFBXObjectTable& rTable, const CF
         }
         CEntry& rNew = spPose->m_vecEntries.emplace_back();
         rNew.m_pNodeObject = rTable.FindObject(pNode->GetValue(0));
-        rNew.m_objMatrix = FbxAMatrix::FromRows(std::span<const double, 16>(vecMatrix.data(), 16));
+        rNew.m_objMatrix = *objMatrix;
     }
     return spPose;
 }

@@ -1,6 +1,7 @@
 // Everything that was read from a file.
 #pragma once
 
+#include "fbxsdk/objects/CFBXIdHash.h"
 #include "fbxsdk/scene/FbxNode.h"
 
 #include <memory>
@@ -66,7 +67,7 @@ class FbxScene
     std::unique_ptr<CFBXObjectTable> m_spTable; // null: no file was read
     std::vector<std::unique_ptr<FbxObject>> m_vecObjects;
     std::vector<CFBXLink> m_vecLinks; // of all objects, those of one beside each other
-    std::unordered_map<int64_t, FbxObject*> m_mapObjects;
+    std::unordered_map<int64_t, FbxObject*, CFBXIdHash> m_mapObjects;
     FbxNode* m_pRootNode = nullptr;
     FbxGlobalSettings* m_pGlobalSettings = nullptr;
 };

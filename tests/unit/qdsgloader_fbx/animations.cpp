@@ -1,18 +1,9 @@
-// Animations: which channels a layer becomes, the keys of their samplers, and what is refused. Scenes are
-// ASCII files of version 7400.
-#include "qdsgloader_fbx/CSGLoaderFBXImpl.h"
-
+// Animations: which channels a layer becomes, the keys of their samplers, and what is refused.
 #include "fbxsdk/fbxsdk.h"
-#include "qdscenegraph/texture/CSGTextureLoader.h"
 #include "qdscenegraph/transform/CSGData_LocalTransform.h"
-#include "qdscenegraph/transform/CSGData_WorldTransform.h"
-#include "support/CLogCapture.h"
-#include "support/CTempFile.h"
+#include "qdsgloader_fbx/CFBXTestGraph.h"
 
-#include <algorithm>
 #include <bit>
-#include <cmath>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <iomanip>
 #include <sstream>
@@ -36,158 +27,141 @@ struct CCurve
     std::string strPre = "C"; // the letter of the extrapolation
     std::string strPost = "C";
     int nRepetitions = -1;
-    CNumbers vecSlopes{}; // behind a key and in front of the next, for each key
+    std::vector<float> vecSlopes = std::vector<float>(6); // behind a key and in front of the next
 };
+const CCurve NO_CURVE = {{}, {}, {}};
+const CCurve OTHER_TIMES = {{0, 2}, {1, 3}};
 
 template <class T>
-std::string Array(const std::string& rName, const std::vector<T>& rNumbers)
+std::string Join(const std::vector<T>& rNumbers)
 {
     std::ostringstream objText;
-    objText << std::setprecision(17) << rName << ": *" << rNumbers.size() << " { a: ";
-    for (size_t n = 0; n < rNumbers.size(); ++n)
+    for (const T& rNumber : rNumbers)
     {
-        objText << (n > 0 ? "," : "") << rNumbers[n];
+        objText << (&rNumber == rNumbers.data() ? "" : ",") << std::setprecision(17) << rNumber;
     }
-    return objText.str() + " }\n";
-}
-
-std::string Number(double f)
-{
-    std::ostringstream objText;
-    objText << std::setprecision(17) << f;
     return objText.str();
 }
 
+int64_t Ticks(double fSeconds) { return FbxTime::FromSeconds(fSeconds).Get(); }
+
 // Ids count from 1; 0 is the root.
-class CTestScene
+class CAnimatedText
 {
   public:
-    int AddNode(const std::string& rName, int nParent = 0, const std::string& rProperties = "")
+    int AddNode(const std::string& rName, int nParent = 0, const CValues& rProperties = {})
     {
-        Object("Model", "Model::" + rName, "Null", "Properties70: { " + rProperties + " }\n");
-        return Connect(m_nId, nParent);
+        return Add("Model", rName, Properties(rProperties), nParent);
     }
     // With one layer; further curves are its.
     int AddStack(const std::string& rName, double fStop = 0)
     {
-        Object("AnimationStack", "AnimStack::" + rName, "",
-               "Properties70: { P: \"LocalStop\", \"KTime\", \"Time\", \"\"," + Ticks(fStop) + " }\n");
-        const int nStack = m_nId;
+        const int nStack =
+            Add("AnimationStack", rName, Properties({"LocalStop " + std::to_string(Ticks(fStop))}));
         AddLayer(nStack);
         return nStack;
     }
-    void AddLayer(int nStack)
-    {
-        Object("AnimationLayer", "AnimLayer::Base", "");
-        m_nLayer = Connect(m_nId, nStack);
-    }
+    void AddLayer(int nStack) { m_nLayer = Add("AnimationLayer", "Base", "", nStack); }
     // The curves are those of X, Y and Z; one without keys is not there.
     void Animate(int nNode, const std::string& rProperty, const std::vector<CCurve>& rCurves,
-                 const std::string& rDefaults = "")
+                 const CValues& rDefaults = {})
     {
-        Object("AnimationCurveNode", "AnimCurveNode::", "", "Properties70: { " + rDefaults + " }\n");
-        const int nCurveNode = Connect(m_nId, m_nLayer);
-        Connect(nCurveNode, nNode, rProperty);
+        const int nCurveNode = Add("AnimationCurveNode", "", Properties(rDefaults), m_nLayer);
+        Link(nCurveNode, nNode, "," + rProperty);
         for (size_t n = 0; n < rCurves.size(); ++n)
         {
             if (!rCurves[n].vecTimes.empty())
             {
-                AddCurve(rCurves[n]);
-                Connect(m_nId, nCurveNode,
-                        rProperty == "Visibility" ? "d|Visibility" : std::string("d|") + "XYZ"[n]);
+                Link(AddCurve(rCurves[n]), nCurveNode,
+                     rProperty == "Visibility" ? ",d|Visibility" : std::string(",d|") + "XYZ"[n]);
             }
         }
     }
     std::string GetText() const
     {
-        return "; FBX 7.4.0 project file\nFBXHeaderExtension: { FBXVersion: 7400 }\n"
-               "GlobalSettings: { Properties70: { P: \"TimeMode\", \"enum\", \"\", \"\",11 } }\nObjects: "
-               "{\n" +
-               m_strObjects + "}\nConnections: {\n" + m_strConnections + "}\n" + m_strTakes;
+        return MakeFBXFile(m_strObjects, Connect(m_vecConnections),
+                           "GlobalSettings: { " + Properties({"TimeMode 11"}) + "}\n" + m_strTakes);
     }
 
     std::string m_strTakes;
 
   private:
-    static std::string Ticks(double fSeconds) { return std::to_string(FbxTime::FromSeconds(fSeconds).Get()); }
-    void Object(const std::string& rClass, const std::string& rName, const std::string& rKind,
-                const std::string& rBody = "")
+    // Without a parent it is not connected.
+    int Add(const std::string& rClass, const std::string& rName, const std::string& rContent,
+            int nParent = -1)
     {
-        m_strObjects += rClass + ": " + std::to_string(++m_nId) + ", \"" + rName + "\", \"" + rKind +
-                        "\" {\n" + rBody + "}\n";
+        m_strObjects += Object(rClass, ++m_nId, rName, rClass == "Model" ? "Null" : "", rContent);
+        if (nParent >= 0)
+        {
+            Link(m_nId, nParent);
+        }
+        return m_nId;
     }
-    int Connect(int nSource, int nDestination, const std::string& rProperty = "")
+    void Link(int nSource, int nDestination, const std::string& rProperty = "")
     {
-        m_strConnections += std::string("C: \"") + (rProperty.empty() ? "OO" : "OP") + "\"," +
-                            std::to_string(nSource) + "," + std::to_string(nDestination) +
-                            (rProperty.empty() ? "" : ", \"" + rProperty + "\"") + "\n";
-        return nSource;
+        m_vecConnections.push_back(std::to_string(nSource) + "," + std::to_string(nDestination) + rProperty);
     }
-    void AddCurve(const CCurve& rCurve)
+    int AddCurve(const CCurve& rCurve)
     {
         std::vector<int64_t> vecTicks;
-        std::vector<int> vecCounts;
         std::vector<int> vecData;
         for (size_t n = 0; n < rCurve.vecTimes.size(); ++n)
         {
-            vecTicks.push_back(FbxTime::FromSeconds(rCurve.vecTimes[n]).Get());
-            vecCounts.push_back(1);
-            for (size_t nSlope = 0; nSlope < 2; ++nSlope)
-            {
-                const auto fSlope =
-                    static_cast<float>(rCurve.vecSlopes.empty() ? 0 : rCurve.vecSlopes[2 * n + nSlope]);
-                vecData.push_back(std::bit_cast<int>(fSlope));
-            }
+            vecTicks.push_back(Ticks(rCurve.vecTimes[n]));
+            vecData.push_back(std::bit_cast<int>(rCurve.vecSlopes[2 * n]));
+            vecData.push_back(std::bit_cast<int>(rCurve.vecSlopes[2 * n + 1]));
             vecData.insert(vecData.end(), {218434821, 0}); // weights of a third
         }
-        const auto Extrapolation = [&](const char* szSide, const std::string& rType) {
-            return std::string(szSide) + "-Extrapolation: { Type: " + rType +
+        const auto Extrapolation = [&](const std::string& rType) {
+            return "-Extrapolation: { Type: " + rType +
                    "\nRepetition: " + std::to_string(rCurve.nRepetitions) + "\n}\n";
         };
-        Object("AnimationCurve", "AnimCurve::", "",
-               "KeyVer: 4009\n" + Array("KeyTime", vecTicks) + Array("KeyValueFloat", rCurve.vecValues) +
-                   Array("KeyAttrFlags", rCurve.vecFlags) + Array("KeyAttrDataFloat", vecData) +
-                   Array("KeyAttrRefCount", vecCounts) + Extrapolation("Pre", rCurve.strPre) +
-                   Extrapolation("Post", rCurve.strPost));
+        return Add("AnimationCurve", "",
+                   Array("KeyTime", Join(vecTicks)) + Array("KeyValueFloat", Join(rCurve.vecValues)) +
+                       Array("KeyAttrFlags", Join(rCurve.vecFlags)) +
+                       Array("KeyAttrDataFloat", Join(vecData)) +
+                       Array("KeyAttrRefCount", Join(std::vector<int>(vecTicks.size(), 1))) + "Pre" +
+                       Extrapolation(rCurve.strPre) + "Post" + Extrapolation(rCurve.strPost));
     }
 
     int m_nId = 0;
     int m_nLayer = 0;
     std::string m_strObjects;
-    std::string m_strConnections;
+    CValues m_vecConnections;
 };
 
-// A scene that was loaded, and its animations.
-struct CLoaded
+// A scene graph, and its animations.
+struct CAnimatedGraph : CFBXTestGraph
 {
-    explicit CLoaded(const CTestScene& rScene, bool bKeepQuaternions = false, bool bResample = false)
-        : spLoader(
-              new CSGLoaderFBXImpl(CSGTextureLoader::CreateStandardLoader(), bKeepQuaternions, bResample))
+    explicit CAnimatedGraph(const CAnimatedText& rText, int nFlags = 0)
+        : CAnimatedGraph(CTempFile("scene.fbx", rText.GetText()).GetName(), nFlags)
+    {}
+    CAnimatedGraph(const std::string& rFilename, int nFlags) : CFBXTestGraph(rFilename, nFlags)
     {
-        const CTempFile objFile("scene.fbx", rScene.GetText());
-        EXPECT_TRUE(spLoader->LoadFile(objFile.GetName()));
-        EXPECT_TRUE(spLoader->LoadAnimations(vecAnimations));
+        EXPECT_TRUE(m_spRoot && m_spLoader->LoadAnimations(m_vecAnimations)) << rFilename;
     }
 
     // The names of all channels of the first animation.
     std::string GetNames() const
     {
         std::string strNames;
-        for (int32_t n = 0; !vecAnimations.empty() && n < vecAnimations[0]->GetNumChannels(); ++n)
+        for (int32_t n = 0; !m_vecAnimations.empty() && n < m_vecAnimations[0]->GetNumChannels(); ++n)
         {
             strNames +=
-                (n > 0 ? " " : "") + std::string(vecAnimations[0]->GetChannel(n)->GetName().GetView());
+                (n > 0 ? " " : "") + std::string(m_vecAnimations[0]->GetChannel(n)->GetName().GetView());
         }
         return strNames;
     }
-    const CSGAnimSampler& GetSampler(int32_t nChannel = 0) const
+    // The last one's.
+    const CSGAnimSampler& GetSampler() const
     {
-        return *vecAnimations.at(0)->GetChannel(nChannel)->GetSampler();
+        const CSGAnimation& rAnimation = *m_vecAnimations.at(0);
+        return *rAnimation.GetChannel(rAnimation.GetNumChannels() - 1)->GetSampler();
     }
-    // All keys of a channel, "time:value,value ..." behind the type of the interpolation.
-    std::string GetKeys(int32_t nChannel = 0) const
+    // All its keys, "time:value,value ..." behind the type of the interpolation.
+    std::string GetKeys() const
     {
-        const CSGAnimSampler& rSampler = GetSampler(nChannel);
+        const CSGAnimSampler& rSampler = GetSampler();
         std::ostringstream objText;
         objText << rSampler.GetInterpType();
         for (int32_t nKey = 0; nKey < rSampler.GetKeyCount(); ++nKey)
@@ -201,14 +175,8 @@ struct CLoaded
         return objText.str();
     }
 
-    boost::intrusive_ptr<CSGLoaderFBXImpl> spLoader;
-    std::vector<CSGAnimation*> vecAnimations;
+    std::vector<CSGAnimation*> m_vecAnimations;
 };
-
-CTransform3 GetWorld(CSGNode& rNode)
-{
-    return CSGData_WorldTransform::GetOrCreateFromNode(&rNode)->GetTransform();
-}
 
 TEST(FBXAnimations, CurvesBecomeKeys)
 {
@@ -216,14 +184,13 @@ TEST(FBXAnimations, CurvesBecomeKeys)
     {
         const char* szWhat;
         CCurve objCurve;
-        std::string strKeys; // of X, for a stack that ends after 2.5 seconds
+        const char* szKeys; // of Z, for a stack that ends after 2.5 seconds
     } arrCases[] = {
         {"linear", {}, "2 0:1 1:3"},
         {"constant", {{0, 1, 2}, {1, 3, 5}, {CONSTANT, CONSTANT, CONSTANT}}, "1 0:1 1:3 2:5"},
         // Behind the key, as soon as a float can tell.
         {"next", {{0, 1}, {1, 3}, {CONSTANT_NEXT, CONSTANT}}, "1 0:1 1.4013e-45:3 1:3"},
         {"held among straight ones", {{0, 1, 2}, {1, 3, 5}, {LINEAR, CONSTANT, LINEAR}}, "2 0:1 1:3 2:3 2:5"},
-        {"always the same", {{0, 1, 2}, {4, 4, 4}, {LINEAR, CONSTANT, LINEAR}}, "1 0:4"},
         {"repeated", {.strPost = "R"}, "2 0:1 1:3 1:1 2:3 2:1 3:3"},
         {"repeated once", {.strPost = "R", .nRepetitions = 1}, "2 0:1 1:3 1:1 2:3"},
         {"repeated before", {{1, 2}, {1, 3}, {LINEAR, LINEAR}, "R"}, "2 0:1 1:3 1:1 2:3"},
@@ -234,209 +201,180 @@ TEST(FBXAnimations, CurvesBecomeKeys)
     };
     for (const auto& rCase : arrCases)
     {
-        CTestScene objScene;
-        const int nNode = objScene.AddNode("box");
-        objScene.AddStack("Take", 2.5);
-        objScene.Animate(nNode, "Lcl Translation", {rCase.objCurve, {{2.25}, {7}, {LINEAR}}, {{}, {}, {}}});
-        const CLoaded objLoaded(objScene);
-        ASSERT_EQ(objLoaded.GetNames(), "box/translate.ALL") << rCase.szWhat;
-        std::string strKeys; // with Y and Z
-        for (const char c : rCase.strKeys + " ")
-        {
-            strKeys += (c == ' ' && strKeys.size() > 1 ? ",7,0" : "") + std::string(1, c);
-        }
-        strKeys.pop_back();
-        EXPECT_EQ(objLoaded.GetKeys(), strKeys) << rCase.szWhat;
+        CAnimatedText objText;
+        const int nNode = objText.AddNode("box");
+        objText.AddStack("Take", 2.5);
+        objText.Animate(nNode, "Lcl Translation", {NO_CURVE, OTHER_TIMES, rCase.objCurve});
+        const CAnimatedGraph objGraph(objText);
+        EXPECT_EQ(objGraph.GetNames(), "box/translate.Y box/translate.Z") << rCase.szWhat;
+        EXPECT_EQ(objGraph.GetKeys(), rCase.szKeys) << rCase.szWhat;
     }
 }
 
 TEST(FBXAnimations, CubicKeysHaveTheirTangents)
 {
-    CTestScene objScene;
-    const int nNode = objScene.AddNode("box");
-    objScene.AddStack("Take");
+    CAnimatedText objText;
+    const int nNode = objText.AddNode("box");
+    objText.AddStack("Take");
     // Slopes of 3 behind the first key and of -6 in front of the second; then a straight piece.
-    objScene.Animate(nNode, "Lcl Translation",
-                     {{.vecTimes = {0, 1, 2},
-                       .vecValues = {1, 3, 6},
-                       .vecFlags = {CUBIC, LINEAR, LINEAR},
-                       .vecSlopes = {3, -6, 0, 0, 0, 0}}});
-    const CLoaded objLoaded(objScene);
-    EXPECT_EQ(objLoaded.GetKeys(), "3 0:1,0,0 1:3,0,0 2:6,0,0");
+    objText.Animate(nNode, "Lcl Translation",
+                    {{.vecTimes = {0, 1, 2},
+                      .vecValues = {1, 3, 6},
+                      .vecFlags = {CUBIC, LINEAR, LINEAR},
+                      .vecSlopes = {3, -6, 0, 0, 0, 0}}});
+    const CAnimatedGraph objGraph(objText);
+    EXPECT_EQ(objGraph.GetKeys(), "3 0:1,0,0 1:3,0,0 2:6,0,0");
     float arrValue[3];
     // Of the Bezier curve 1, 2, 5, 3: (1 + 3 * 2 + 3 * 5 + 3) / 8.
-    ASSERT_TRUE(objLoaded.GetSampler().SampleAtTime(0.5f, arrValue, 3));
+    ASSERT_TRUE(objGraph.GetSampler().SampleAtTime(0.5f, arrValue, 3));
     EXPECT_FLOAT_EQ(arrValue[0], 3.125f);
-    ASSERT_TRUE(objLoaded.GetSampler().SampleAtTime(1.25f, arrValue, 3));
+    ASSERT_TRUE(objGraph.GetSampler().SampleAtTime(1.25f, arrValue, 3));
     EXPECT_FLOAT_EQ(arrValue[0], 3.75f);
     EXPECT_EQ(arrValue[1], 0.0f);
 }
 
 TEST(FBXAnimations, Channels)
 {
-    const CCurve objOther{{0, 2}, {1, 3}};
-    const CCurve objNone{{}, {}, {}};
+    constexpr int QUATERNIONS = CFBXTestGraph::KEEP_QUATERNIONS;
+    constexpr int SAMPLED = CFBXTestGraph::RESAMPLE;
     const struct
     {
-        const char* szWhat;
-        bool bKeepQuaternions;
-        bool bResample;
+        int nFlags;
         std::string strProperty;
         std::vector<CCurve> vecCurves;
         std::string strNames;
         std::string strLastKeys; // of the last channel
     } arrCases[] = {
-        {"scale", false, false, "Lcl Scaling", {objNone, {}}, "box/scale.ALL", "2 0:1,1,1 1:1,3,1"},
-        {"own times",
-         false,
-         false,
+        {0, "Lcl Scaling", {NO_CURVE, {}}, "box/scale.ALL", "2 0:1,1,1 1:1,3,1"},
+        {0,
          "Lcl Scaling",
-         {{}, objNone, objOther},
-         "box/scale.X box/scale.Z",
-         "2 0:1 2:3"},
-        {"own times, one that is another at rest",
-         false,
-         false,
+         {{{0, 1, 2}, {4, 4, 4}, {LINEAR, CONSTANT, LINEAR}}},
+         "box/scale.ALL",
+         "1 0:4,1,1"},
+        // Times of their own; then one that is another at rest, too.
+        {0, "Lcl Scaling", {{}, NO_CURVE, OTHER_TIMES}, "box/scale.X box/scale.Z", "2 0:1 2:3"},
+        {0,
          "Lcl Scaling",
-         {{}, objOther, {{0}, {2}, {LINEAR}}},
+         {{}, OTHER_TIMES, {{0}, {2}, {LINEAR}}},
          "box/scale.X box/scale.Y box/scale.Z",
          "1 0:2"},
-        {"angles",
-         false,
-         false,
+        {0,
          "Lcl Rotation",
          {{{0, 1}, {0, 180}}, {{0, 2}, {0, 90}}},
          "box/rotateX.ANGLE box/rotateY.ANGLE",
          "2 0:0 2:1.5708"},
-        {"quaternions",
-         true,
-         false,
+        {QUATERNIONS,
          "Lcl Rotation",
-         {objNone, {{0, 1, 2}, {0, 90, 90}, {CONSTANT, LINEAR, LINEAR}}},
+         {NO_CURVE, {{0, 1, 2}, {0, 90, 90}, {CONSTANT, LINEAR, LINEAR}}},
          "box/rotate.QUAT",
          "4 0:0,0,0,1 1:0,0,0,1 1:0,0.707107,0,0.707107 2:0,0.707107,0,0.707107"},
-        {"quaternions that do not share times", true, false, "Lcl Rotation", {{}, objOther}, "", ""},
-        {"sampled",
-         true,
-         true,
+        {QUATERNIONS, "Lcl Rotation", {{}, OTHER_TIMES}, "", ""},
+        {QUATERNIONS | SAMPLED,
          "Lcl Rotation",
          {{{0, 0.125}, {0, 90}}, {{0, 0.0625}, {0, 0}}},
          "box/rotate.QUAT",
          "4 0:0,0,0,1 0.0416667:0.258819,0,0,0.965926 0.0833333:0.5,0,0,0.866025 "
          "0.125:0.707107,0,0,0.707107"},
-        {"visibility keeps its keys",
-         false,
-         true,
-         "Visibility",
-         {{{0, 1}, {1, 0}, {CONSTANT, CONSTANT}}},
-         "box/visibility",
-         "1 0:1 1:0"},
-        {"what no node has", false, false, "Color", {{}}, "", ""},
+        {SAMPLED, "Visibility", {{{0, 1}, {1, 0}, {CONSTANT, CONSTANT}}}, "box/visibility", "1 0:1 1:0"},
+        {0, "Color", {{}}, "", ""}, // what no node has
     };
     for (const auto& rCase : arrCases)
     {
-        CTestScene objScene;
-        const int nNode = objScene.AddNode("box");
-        objScene.AddStack("Take");
-        objScene.Animate(
-            nNode, rCase.strProperty, rCase.vecCurves,
-            rCase.strProperty == "Lcl Scaling"
-                ? "P: \"d|X\", \"Number\", \"\", \"A\",1\nP: \"d|Y\", \"Number\", \"\", \"A\",1\n"
-                  "P: \"d|Z\", \"Number\", \"\", \"A\",1\n"
-                : "");
-        const CLogCapture objCapture;
-        const CLoaded objLoaded(objScene, rCase.bKeepQuaternions, rCase.bResample);
-        ASSERT_EQ(objLoaded.GetNames(), rCase.strNames) << rCase.szWhat;
+        SCOPED_TRACE(&rCase - arrCases);
+        CAnimatedText objText;
+        const int nNode = objText.AddNode("box");
+        objText.AddStack("Take");
+        objText.Animate(nNode, rCase.strProperty, rCase.vecCurves,
+                        rCase.strProperty == "Lcl Scaling" ? CValues{"d|X 1", "d|Y 1", "d|Z 1"} : CValues{});
+        const CAnimatedGraph objGraph(objText, rCase.nFlags);
+        ASSERT_EQ(objGraph.GetNames(), rCase.strNames);
         if (!rCase.strNames.empty())
         {
-            EXPECT_EQ(objLoaded.GetKeys(objLoaded.vecAnimations[0]->GetNumChannels() - 1), rCase.strLastKeys)
-                << rCase.szWhat;
+            EXPECT_EQ(objGraph.GetKeys(), rCase.strLastKeys);
             continue;
         }
-        EXPECT_TRUE(objCapture.HasLine("4 Animation stack 'Take' animates no node."));
-        EXPECT_EQ(
-            rCase.bKeepQuaternions,
-            objCapture.HasLine("1 Rotation for node 'box' is animated and cannot be merged into a single "
+        const CLogCapture& rLog = objGraph.m_objLog;
+        EXPECT_TRUE(rLog.HasLine("4 Animation stack 'Take' animates no node."));
+        EXPECT_EQ(rCase.nFlags != 0,
+                  rLog.HasLine("1 Rotation for node 'box' is animated and cannot be merged into a single "
                                "animation while using quaternions for rotations.") &&
-                objCapture.HasLine("1   Y curve: constant=0 keys=2 begin=0 end=2"));
+                      rLog.HasLine("1   Y curve: constant=0 keys=2 begin=0 end=2"));
     }
 }
 
 TEST(FBXAnimations, StacksAreAnimations)
 {
-    CTestScene objScene;
-    const int nNode = objScene.AddNode("box");
+    CAnimatedText objText;
+    const int nNode = objText.AddNode("box");
     for (const char* szName : {"First", "Layers", "Second", "Empty"})
     {
-        const int nStack = objScene.AddStack(szName, szName == std::string("Second") ? 4 : 0);
+        const int nStack = objText.AddStack(szName, szName == std::string("Second") ? 4 : 0);
         if (szName != std::string("Empty"))
         {
-            objScene.Animate(nNode, "Lcl Translation", {{}});
+            objText.Animate(nNode, "Lcl Translation", {{}});
         }
         if (szName == std::string("Layers"))
         {
-            objScene.AddLayer(nStack);
+            objText.AddLayer(nStack);
         }
     }
-    objScene.m_strTakes = "Takes: { Current: \"Second\" }\n";
-    CLogCapture objCapture;
-    CLoaded objLoaded(objScene);
-    EXPECT_TRUE(
-        objCapture.HasLine("1 Animation stack 'Layers' had 2 animation layers.  Loading stacks with only "
-                           "one layer is supported."));
-    EXPECT_TRUE(objCapture.HasLine("4 Animation stack 'Empty' animates no node."));
+    objText.m_strTakes = "Takes: { Current: \"Second\" }\n";
+    CAnimatedGraph objGraph(objText);
+    EXPECT_TRUE(objGraph.m_objLog.HasLine(
+        "1 Animation stack 'Layers' had 2 animation layers.  Loading stacks with only "
+        "one layer is supported."));
+    EXPECT_TRUE(objGraph.m_objLog.HasLine("7 Animation stack 'Empty' animates no node."));
     std::string strAnimations;
-    for (const CSGAnimation* pAnimation : objLoaded.vecAnimations)
+    for (const CSGAnimation* pAnimation : objGraph.m_vecAnimations)
     {
         strAnimations += std::string(pAnimation->GetName().GetView()) + " " +
-                         Number(pAnimation->GetBeginTime()) + "-" + Number(pAnimation->GetEndTime()) + " ";
+                         Join<float>({pAnimation->GetBeginTime(), pAnimation->GetEndTime()}) + " ";
     }
-    EXPECT_EQ(strAnimations, "First 0-1 Second 0-4 ");
-    const auto spDefault = objLoaded.spLoader->LoadDefaultAnimation();
+    EXPECT_EQ(strAnimations, "First 0,1 Second 0,4 ");
+    const auto spDefault = objGraph.m_spLoader->LoadDefaultAnimation();
     ASSERT_TRUE(spDefault);
     EXPECT_EQ(spDefault->GetName(), "");
     EXPECT_EQ(spDefault->GetEndTime(), 4.0f);
-    EXPECT_EQ(spDefault->GetChannel(0), objLoaded.vecAnimations[1]->GetChannel(0));
-    EXPECT_EQ(objLoaded.spLoader->LoadAnimation("First").get(), objLoaded.vecAnimations[0]);
-    EXPECT_FALSE(objLoaded.spLoader->LoadAnimation("Layers"));
+    EXPECT_EQ(spDefault->GetChannel(0), objGraph.m_vecAnimations[1]->GetChannel(0));
+    EXPECT_EQ(objGraph.m_spLoader->LoadAnimation("First").get(), objGraph.m_vecAnimations[0]);
+    EXPECT_FALSE(objGraph.m_spLoader->LoadAnimation("Layers"));
     // Nothing is left of a file when the next one cannot be loaded.
-    EXPECT_FALSE(objLoaded.spLoader->LoadFile("none.fbx"));
-    EXPECT_FALSE(objLoaded.spLoader->LoadAnimations(objLoaded.vecAnimations));
-    EXPECT_FALSE(objLoaded.spLoader->LoadDefaultAnimation());
-    EXPECT_TRUE(objCapture.HasLine("1 Tried to load animatinos when no file was loaded."));
-    EXPECT_TRUE(objCapture.HasLine("1 Tried to load animation when no file was loaded."));
+    EXPECT_FALSE(objGraph.m_spLoader->LoadFile("none.fbx"));
+    EXPECT_FALSE(objGraph.m_spLoader->LoadAnimations(objGraph.m_vecAnimations));
+    EXPECT_FALSE(objGraph.m_spLoader->LoadDefaultAnimation());
+    EXPECT_TRUE(objGraph.m_objLog.HasLine("1 Tried to load animatinos when no file was loaded."));
+    EXPECT_TRUE(objGraph.m_objLog.HasLine("1 Tried to load animation when no file was loaded."));
 }
 
 TEST(FBXAnimations, NodesOfOneName)
 {
-    CTestScene objScene;
-    const int nLeft = objScene.AddNode("left");
-    const int nRight = objScene.AddNode("right");
-    objScene.AddNode("arm", nLeft);
-    const int nArm = objScene.AddNode("arm", nRight);
-    const int nInner = objScene.AddNode("arm", nArm); // its parent has the name, too
-    const int nTwin = objScene.AddNode("arm", nRight);
-    objScene.AddNode("arm_1");
-    objScene.AddStack("Take");
+    CAnimatedText objText;
+    const int nLeft = objText.AddNode("left");
+    const int nRight = objText.AddNode("right");
+    objText.AddNode("arm", nLeft);
+    const int nArm = objText.AddNode("arm", nRight);
+    const int nInner = objText.AddNode("arm", nArm); // its parent has the name, too
+    const int nTwin = objText.AddNode("arm", nRight);
+    objText.AddNode("arm_1");
+    objText.AddStack("Take");
     double fValue = 5;
     for (const int nNode : {nArm, nInner, nTwin})
     {
-        objScene.Animate(nNode, "Lcl Translation", {{{0}, {fValue++}, {LINEAR}}});
+        objText.Animate(nNode, "Lcl Translation", {{{0}, {fValue++}, {LINEAR}}});
     }
-    const CLoaded objLoaded(objScene);
-    EXPECT_EQ(objLoaded.GetNames(), "arm/translate.ALL arm/translate.ALL arm_2/translate.ALL");
-    const CSGNode::CNodePtr spRoot = objLoaded.spLoader->LoadSceneGraph();
-    ASSERT_TRUE(spRoot);
-    ASSERT_TRUE(objLoaded.vecAnimations.at(0)->PoseModel(spRoot.get()));
-    CSGNode* pArm = spRoot->GetChild(1)->GetChild(0);
-    const CSGNode* arrNodes[] = {spRoot->GetChild(0)->GetChild(0), pArm, pArm->GetChild(0),
-                                 spRoot->GetChild(1)->GetChild(1)};
+    const CAnimatedGraph objGraph(objText);
+    EXPECT_EQ(objGraph.GetNames(), "arm/translate.ALL arm/translate.ALL arm_2/translate.ALL");
+    ASSERT_TRUE(objGraph.m_vecAnimations.at(0)->PoseModel(objGraph.m_spRoot.get()));
+    const CSGNode* pLeft = objGraph.m_spRoot->GetChild(0);
+    const CSGNode* pRight = objGraph.m_spRoot->GetChild(1);
+    const CSGNode* pArm = pRight->GetChild(0);
+    const CSGNode* arrNodes[] = {pLeft->GetChild(0), pArm, pArm->GetChild(0), pRight->GetChild(1)};
     std::string strPlaces;
     for (const CSGNode* pNode : arrNodes)
     {
         const auto* pLocal = pNode->FindData<CSGData_LocalTransform>();
         strPlaces += std::string(pNode->GetGlobalName().GetView()) + " " +
-                     Number(static_cast<double>(pLocal->GetTransform().m_objTranslation.x)) + ", ";
+                     Join<float>({pLocal->GetTransform().m_objTranslation.x}) + ", ";
     }
     EXPECT_EQ(strPlaces, "arm 0, arm 5, arm 6, arm_2 7, ");
     EXPECT_EQ(arrNodes[3]->GetLocalName(), "arm");
@@ -446,18 +384,15 @@ TEST(FBXAnimations, NodesOfOneName)
 // away.
 TEST(FBXAnimations, InheritedScale)
 {
-    CTestScene objScene;
-    const int nParent = objScene.AddNode("parent");
-    objScene.AddNode("child", nParent,
-                     "P: \"InheritType\", \"enum\", \"\", \"\",2\n"
-                     "P: \"Lcl Translation\", \"Lcl Translation\", \"\", \"A\",1,0,0\n");
-    objScene.AddStack("Take");
-    objScene.Animate(nParent, "Lcl Scaling", {{}, {{0, 1}, {1, 1}}, {{0, 1}, {1, 1}}});
-    const CLoaded objLoaded(objScene);
-    EXPECT_EQ(objLoaded.GetNames(), "parent/scale.ALL child/inherit.ALL");
-    const CSGNode::CNodePtr spRoot = objLoaded.spLoader->LoadSceneGraph();
-    ASSERT_TRUE(objLoaded.vecAnimations.at(0)->PoseModelAtTime(spRoot.get(), 0.5f));
-    const CTransform3 objWorld = GetWorld(*spRoot->GetChild(0)->GetChild(0));
+    CAnimatedText objText;
+    const int nParent = objText.AddNode("parent");
+    objText.AddNode("child", nParent, {"InheritType 2", "Lcl Translation 1,0,0"});
+    objText.AddStack("Take");
+    objText.Animate(nParent, "Lcl Scaling", {{}, {{0, 1}, {1, 1}}, {{0, 1}, {1, 1}}});
+    const CAnimatedGraph objGraph(objText);
+    EXPECT_EQ(objGraph.GetNames(), "parent/scale.ALL child/inherit.ALL");
+    ASSERT_TRUE(objGraph.m_vecAnimations.at(0)->PoseModelAtTime(objGraph.m_spRoot.get(), 0.5f));
+    const CTransform3 objWorld = objGraph.GetWorld("child");
     EXPECT_NEAR(objWorld.m_objTranslation.x, 2.0f, 1e-5f);
     EXPECT_NEAR(objWorld.m_objMatrix.m[0][0], 1.0f, 1e-5f);
     EXPECT_NEAR(objWorld.m_objMatrix.m[1][1], 1.0f, 1e-5f);
@@ -465,117 +400,17 @@ TEST(FBXAnimations, InheritedScale)
 
 TEST(FBXAnimations, AFewBytesCannotAskForManyKeys)
 {
-    for (const bool bResample : {false, true})
+    for (const int nFlags : {0, int{CFBXTestGraph::RESAMPLE}})
     {
-        CTestScene objScene;
-        const int nNode = objScene.AddNode("box");
-        objScene.AddStack("Take", 1e8);
-        objScene.Animate(nNode, "Lcl Translation", {{.strPost = "R"}});
-        const CLogCapture objCapture;
-        const CLoaded objLoaded(objScene, false, bResample);
-        EXPECT_TRUE(objCapture.HasLine(
+        CAnimatedText objText;
+        const int nNode = objText.AddNode("box");
+        objText.AddStack("Take", 1e8);
+        objText.Animate(nNode, "Lcl Translation", {{.strPost = "R"}});
+        const CAnimatedGraph objGraph(objText, nFlags);
+        EXPECT_TRUE(objGraph.m_objLog.HasLine(
             "1 A curve of node 'box' has its own keys alone: 1e+08 seconds of it are too many."));
-        EXPECT_EQ(objLoaded.GetKeys(), "2 0:1,0,0 1:3,0,0");
+        EXPECT_EQ(objGraph.GetKeys(), "2 0:1,0,0 1:3,0,0");
     }
-}
-
-// The greatest difference of two transforms, beside the second one's greatest number.
-double GetDifference(const CTransform3& rFound, const FbxAMatrix& rExpected)
-{
-    double fDifference = 0;
-    double fSize = 1;
-    const auto Compare = [&](float fFound, double fExpected) {
-        fDifference = std::max(fDifference, std::abs(static_cast<double>(fFound) - fExpected));
-        fSize = std::max(fSize, std::abs(fExpected));
-    };
-    for (size_t n = 0; n < 9; ++n)
-    {
-        Compare(rFound.m_objMatrix.m[n / 3][n % 3], rExpected.Get(n / 3, n % 3));
-    }
-    Compare(rFound.m_objTranslation.x, rExpected.Get(3, 0));
-    Compare(rFound.m_objTranslation.y, rExpected.Get(3, 1));
-    Compare(rFound.m_objTranslation.z, rExpected.Get(3, 2));
-    return fDifference / fSize;
-}
-
-// The nodes of a scene graph, each with that of the file; children that the loader added come last.
-std::vector<std::pair<CSGNode*, const FbxNode*>> PairNodes(CSGNode* pRoot, const FbxNode* pFBXRoot)
-{
-    std::vector<std::pair<CSGNode*, const FbxNode*>> vecPairs{{pRoot, pFBXRoot}};
-    for (size_t nPair = 0; nPair < vecPairs.size(); ++nPair)
-    {
-        const auto [pNode, pFBXNode] = vecPairs[nPair];
-        for (int n = 0; n < pFBXNode->GetChildCount(); ++n)
-        {
-            vecPairs.emplace_back(pNode->GetChild(n), pFBXNode->GetChild(n));
-        }
-    }
-    return vecPairs;
-}
-
-// Poses all animations of a file, at frames where they are sampled, else between them, beside the file's own
-// curves. Returns how many transforms were compared.
-int CheckPoses(const std::string& rFile, const FbxScene& rScene, bool bKeepQuaternions, bool bResample)
-{
-    const boost::intrusive_ptr<CSGLoader> spLoader =
-        CSGLoaderFBX::Create(CSGTextureLoader::CreateStandardLoader(), bKeepQuaternions, bResample);
-    std::vector<CSGAnimation*> vecAnimations;
-    const CSGNode::CNodePtr spRoot = spLoader->LoadFile(rFile) ? spLoader->LoadSceneGraph() : nullptr;
-    EXPECT_TRUE(spRoot && spLoader->LoadAnimations(vecAnimations)) << rFile;
-    const double fRate = rScene.GetGlobalSettings().GetFrameRate();
-    const auto vecStacks = rScene.GetObjects<FbxAnimStack>();
-    int nPoses = 0;
-    for (const CSGAnimation* pAnimation : vecAnimations)
-    {
-        const FbxAnimStack* pStack = *std::ranges::find_if(
-            vecStacks, [&](const auto* p) { return pAnimation->GetName() == p->GetName(); });
-        const double fFrames = std::floor((pAnimation->GetEndTime() - pAnimation->GetBeginTime()) * fRate);
-        for (const double fPart : {0.0, 0.13, 0.31, 0.5, 0.77, 1.0})
-        {
-            const double fFrame = std::min(fFrames, std::floor(fPart * fFrames) + (bResample ? 0.0 : 0.37));
-            const auto fTime = static_cast<float>(pAnimation->GetBeginTime() + fFrame / fRate);
-            EXPECT_TRUE(pAnimation->PoseModelAtTime(spRoot.get(), fTime)) << rFile;
-            for (const auto& [pNode, pFBXNode] : PairNodes(spRoot.get(), rScene.GetRootNode()))
-            {
-                ++nPoses;
-                EXPECT_LE(
-                    GetDifference(GetWorld(*pNode), pFBXNode->EvaluateGlobalTransform(
-                                                        pStack->GetLayers().front(),
-                                                        FbxTime::FromSeconds(static_cast<double>(fTime)))),
-                    1e-4)
-                    << rFile << " " << pStack->GetName() << " " << pFBXNode->GetName() << " at " << fTime
-                    << (bKeepQuaternions ? " quaternions" : "") << (bResample ? " sampled" : "");
-            }
-        }
-    }
-    return nPoses;
-}
-
-TEST(FBXAnimations, SamplesArePosedAsTheirCurvesSay)
-{
-    if (!std::filesystem::exists(QDSG_SAMPLES_DIR "/fbx"))
-    {
-        GTEST_SKIP() << "no samples";
-    }
-    int nPoses = 0;
-    for (const auto& rEntry : std::filesystem::recursive_directory_iterator(QDSG_SAMPLES_DIR))
-    {
-        const std::string strFile = rEntry.path().string();
-        if (rEntry.path().extension() != ".fbx" || strFile.find("malformed") != std::string::npos)
-        {
-            continue;
-        }
-        const auto spManager = FbxManager::Create();
-        const auto spImporter = FbxImporter::Create(spManager.get());
-        const auto spSettings = FbxIOSettings::Create(spManager.get(), IOSROOT);
-        FbxScene* pScene = FbxScene::Create(spManager.get(), strFile);
-        if (spImporter->Initialize(strFile, spSettings.get()) && spImporter->Import(pScene))
-        {
-            nPoses += CheckPoses(strFile, *pScene, false, false) + CheckPoses(strFile, *pScene, false, true) +
-                      CheckPoses(strFile, *pScene, true, true);
-        }
-    }
-    EXPECT_GT(nPoses, 10000);
 }
 
 } // namespace

@@ -3,11 +3,7 @@
 #include "qdscenegraph/material/CSGSampler.h"
 #include "qdscenegraph/material/CSGSurf_Texture.h"
 #include "qdscenegraph/texture/CSGTex_2D.h"
-#include "qdscenegraph/texture/CSGTextureLoader.h"
-#include "qdscenegraph/texture/CSGTexturePool.h"
-#include "qdsgloader_fbx/CSGLoaderFBX.h"
-#include "support/CLogCapture.h"
-#include "support/CTempFile.h"
+#include "qdsgloader_fbx/CFBXTestGraph.h"
 
 #include <gtest/gtest.h>
 
@@ -24,128 +20,81 @@ namespace fs = std::filesystem;
 const std::string TGA = "\0\0\2\0\0\0\0\0\0\0\0\0\2\0\1\0\30\0\xFF\0\0\0\0\xFF"s;
 const std::string TGA_BASE64 = "AAACAAAAAAAAAAAAAgABABgA/wAAAAD/";
 
-using CValues = std::vector<std::string>; // "Opacity 0.5"
-
-std::string Properties(const CValues& rValues)
-{
-    std::string strText = "Properties70: {\n";
-    for (const std::string& rValue : rValues)
-    {
-        const size_t nEnd = rValue.rfind(' ');
-        strText +=
-            "P: \"" + rValue.substr(0, nEnd) + "\", \"\", \"\", \"U\"," + rValue.substr(nEnd + 1) + "\n";
-    }
-    return strText + "}\n";
-}
-
-// An object with lines of its own and properties; its class is in front of its name.
-std::string Object(const std::string& rClass, int nID, const std::string& rName, const std::string& rLines,
-                   const CValues& rValues = {})
-{
-    return rClass + ": " + std::to_string(nID) + ", \"" + rClass + "::" + rName + "\", \"\" {\n" + rLines +
-           Properties(rValues) + "}\n";
-}
-
 std::string Material(const CValues& rValues, const std::string& rShading = "phong")
 {
-    return Object("Material", 3, "m", "ShadingModel: \"" + rShading + "\"\n", rValues);
+    return Object("Material", 3, "m", "", "ShadingModel: \"" + rShading + "\"\n" + Properties(rValues));
 }
 
 std::string Texture(int nID, const std::string& rName, const std::string& rFile,
                     const std::string& rRelative = "", const CValues& rValues = {})
 {
-    return Object("Texture", nID, rName,
-                  "FileName: \"" + rFile + "\"\nRelativeFilename: \"" + rRelative + "\"\n", rValues);
+    return Object("Texture", nID, rName, "",
+                  "FileName: \"" + rFile + "\"\nRelativeFilename: \"" + rRelative + "\"\n" +
+                      Properties(rValues));
 }
 
 std::string Video(int nID, const std::string& rName, const std::string& rContent = "")
 {
-    return Object("Video", nID, rName, rContent.empty() ? "" : "Content: , " + rContent + "\n");
+    return Object("Video", nID, rName, "", rContent.empty() ? "" : "Content: , " + rContent + "\n");
 }
 
-// "5,3" and "4,3,DiffuseColor".
-std::string Connect(const CValues& rEnds)
+std::string UVSet(const std::string& rLayer, const std::string& rName)
 {
-    std::string strText;
-    for (const std::string& rEnd : rEnds)
-    {
-        const size_t nProperty = rEnd.find(',', rEnd.find(',') + 1);
-        strText += nProperty == std::string::npos ? "C: \"OO\"," + rEnd + "\n"
-                                                  : "C: \"OP\"," + rEnd.substr(0, nProperty) + ", \"" +
-                                                        rEnd.substr(nProperty + 1) + "\"\n";
-    }
-    return strText;
-}
-
-std::string UVSet(int nLayer, const std::string& rName)
-{
-    const std::string strLayer = std::to_string(nLayer);
-    return "LayerElementUV: " + strLayer + " {\nName: \"" + rName +
+    return "LayerElementUV: " + rLayer + " {\nName: \"" + rName +
            "\"\nMappingInformationType: \"ByPolygonVertex\"\nReferenceInformationType: \"Direct\"\n"
-           "UV: *6 {\na: 0,0,1,0,0,1\n}\n}\nLayer: " +
-           strLayer + " {\nLayerElement: {\nType: \"LayerElementUV\"\nTypedIndex: " + strLayer + "\n}\n}\n";
+           "UV: *6 { a: 0,0,1,0,0,1 }\n}\nLayer: " +
+           rLayer + " {\nLayerElement: {\nType: \"LayerElementUV\"\nTypedIndex: " + rLayer + "\n}\n}\n";
 }
 
 // A model "n" (2) of one triangle with texture coordinates "one" and "two", and the material 3.
 std::string Scene(const std::string& rObjects, const CValues& rConnections = {},
                   const CValues& rNodeValues = {})
 {
-    return "; FBX 7.4.0 project file\nFBXHeaderExtension: {\nFBXVersion: 7400\n}\nObjects: {\n"
-           "Geometry: 1, \"Geometry::g\", \"Mesh\" {\nVertices: *9 {\na: 0,0,0,1,0,0,0,1,0\n}\n"
-           "PolygonVertexIndex: *3 {\na: 0,1,-3\n}\n" +
-           UVSet(0, "one") + UVSet(1, "two") + "}\n" + Object("Model", 2, "n", "", rNodeValues) + rObjects +
-           "}\nConnections: {\n" + Connect({"2,0", "1,2", "3,2"}) + Connect(rConnections) + "}\n";
+    return MakeFBXFile(
+        Object("Geometry", 1, "g", "Mesh",
+               "Vertices: *9 { a: 0,0,0,1,0,0,0,1,0 }\nPolygonVertexIndex: *3 { a: 0,1,-3 }\n" +
+                   UVSet("0", "one") + UVSet("1", "two")) +
+            Object("Model", 2, "n", "Mesh", Properties(rNodeValues, "U")) + rObjects,
+        Connect({"2,0", "1,2", "3,2"}) + Connect(rConnections));
 }
 
-// The materials of a file by name, and what was logged until they were there.
-class CLoadedMaterials
+// The materials of a scene graph by name.
+struct CMaterialGraph : CFBXTestGraph
 {
-  public:
-    explicit CLoadedMaterials(const std::string& rFile,
-                              const boost::intrusive_ptr<CSGTexturePool>& spPool = nullptr)
-    {
-        const auto spLoader = CSGLoaderFBX::Create(CSGTextureLoader::CreateStandardLoader(), false, false);
-        spLoader->SetTexturePool(spPool);
-        m_spRoot = spLoader->LoadFile(rFile) ? spLoader->LoadSceneGraph() : nullptr;
-        if (m_spRoot)
-        {
-            Collect(*m_spRoot);
-        }
-    }
+    explicit CMaterialGraph(const CTempFile& rFile,
+                            const boost::intrusive_ptr<CSGTexturePool>& spPool = nullptr)
+        : CFBXTestGraph(rFile.GetName(), 0, spPool)
+    {}
+    using CFBXTestGraph::CFBXTestGraph;
 
-    const CSGMaterial* Get(const std::string& rName = "m") { return m_mapMaterials[rName]; }
+    // Of any node, else of the one below a node.
+    const CSGMaterial* Get(const std::string& rName = "m", const CSGNode* pNode = nullptr) const
+    {
+        pNode = pNode == nullptr ? m_spRoot.get() : pNode;
+        const auto* pData = pNode != nullptr ? pNode->FindData<CSGData_Material>() : nullptr;
+        const CSGMaterial* pFound = pData != nullptr ? pData->GetMaterial() : nullptr;
+        pFound = pFound != nullptr && pFound->GetGlobalName() == rName ? pFound : nullptr;
+        for (int32_t n = 0; pFound == nullptr && pNode != nullptr && n < pNode->GetChildrenSize(); ++n)
+        {
+            pFound = Get(rName, pNode->GetChild(n));
+        }
+        return pFound;
+    }
     // The name that the image of a slot was loaded by.
-    std::string GetImage(EParam eParam, const std::string& rName = "m")
+    std::string GetImage(EParam eParam, const std::string& rName = "m") const
     {
         const CSGTexture* pTexture = GetTexture(eParam, rName);
         return pTexture == nullptr                                     ? "no texture"
                : pTexture == CSGTex_2D::GetTextureFailedToLoad().get() ? "failed to load"
                                                                        : pTexture->GetSourceName();
     }
-    const CSGTexture* GetTexture(EParam eParam, const std::string& rName = "m")
+    const CSGTexture* GetTexture(EParam eParam, const std::string& rName = "m") const
     {
-        const CSGSampler* pSampler = Get(rName) != nullptr ? Get(rName)->GetSampler(eParam) : nullptr;
+        const CSGMaterial* pMaterial = Get(rName);
+        const CSGSampler* pSampler = pMaterial != nullptr ? pMaterial->GetSampler(eParam) : nullptr;
         return pSampler != nullptr ? static_cast<const CSGSurf_Texture*>(pSampler->GetSurface())->GetTexture()
                                    : nullptr;
     }
-
-    CLogCapture m_objLog;
-
-  private:
-    void Collect(const CSGNode& rNode)
-    {
-        if (const auto* pData = rNode.FindData<CSGData_Material>())
-        {
-            m_mapMaterials[pData->GetMaterial()->GetGlobalName().c_str()] = pData->GetMaterial();
-        }
-        for (int32_t n = 0; n < rNode.GetChildrenSize(); ++n)
-        {
-            Collect(*rNode.GetChild(n));
-        }
-    }
-
-    CSGNode::CNodePtr m_spRoot;
-    std::map<std::string, const CSGMaterial*> m_mapMaterials;
 };
 
 std::string DescribeColor(const CSGMaterial& rMaterial, EParam eParam)
@@ -202,7 +151,7 @@ TEST(FBXMaterials, PropertiesBecomeColors)
     {
         SCOPED_TRACE(&rCase - CASES);
         const CTempFile objFile("a.fbx", Scene(Material(rCase.vecValues, rCase.szShading)));
-        CLoadedMaterials objMaterials(objFile.GetName());
+        const CMaterialGraph objMaterials(objFile);
         const CSGMaterial* pMaterial = objMaterials.Get();
         ASSERT_NE(pMaterial, nullptr);
         char arrText[64];
@@ -260,7 +209,7 @@ TEST(FBXMaterials, ImagesAreFoundWhereTheyTravelledTo)
             fs::create_directories(objImage.parent_path());
             std::ofstream(objImage, std::ios::binary) << TGA;
         }
-        CLoadedMaterials objMaterials(objFile.GetName());
+        const CMaterialGraph objMaterials(objFile);
         EXPECT_TRUE(objMaterials.m_objLog.HasLine(Expand(rCase.szLine)));
         EXPECT_EQ(objMaterials.GetImage(CSGMaterial::PARAM_DIFFUSE), bExists ? objImage.string()
                                                                      : *rCase.szFile != '\0'
@@ -297,7 +246,7 @@ TEST(FBXMaterials, EmbeddedImagesAreDecodedFromPieces)
         const CTempFile objFile(
             "a.fbx", Scene(Material({}) + Texture(4, "t", "C:\\x\\a.tga") + Video(5, "v", rCase.strContent),
                            {"4,3,DiffuseColor", "5,4"}));
-        CLoadedMaterials objMaterials(objFile.GetName());
+        const CMaterialGraph objMaterials(objFile);
         EXPECT_TRUE(objMaterials.m_objLog.Contains(rCase.szLine));
         EXPECT_EQ(objMaterials.GetImage(CSGMaterial::PARAM_DIFFUSE),
                   rCase.bDecodes ? "C:\\x\\a.tga" : "failed to load");
@@ -319,7 +268,7 @@ TEST(FBXMaterials, ThePoolComesFirst)
                             Scene(Material({}) + Texture(4, "t", "C:\\x\\p.tga") + Texture(5, "u", "q.tga") +
                                       Video(6, "v", "\"" + TGA_BASE64 + "\""),
                                   {"4,3,DiffuseColor", "6,4", "5,3,EmissiveColor"}));
-    CLoadedMaterials objMaterials(objFile.GetName(), spPool);
+    const CMaterialGraph objMaterials(objFile, spPool);
     EXPECT_EQ(objMaterials.GetImage(CSGMaterial::PARAM_DIFFUSE), "p.tga");
     EXPECT_TRUE(objMaterials.m_objLog.HasLine(
         "7 Substituting TexturePool 'fbx' texture 'p.tga' for file 'C:\\x\\p.tga'"));
@@ -339,11 +288,11 @@ TEST(FBXMaterials, TexturesMaskReplaceAndShare)
                   Texture(6, "other", "other.tga") +
                   Texture(7, "normal", strImage, "", {"UVSet \"three\"", "Scaling 2,2,1"}) +
                   Texture(8, "shine", "b.tga", "", {"UVSet \"two\""}) +
-                  Object("LayeredTexture", 9, "layers", "") + Video(10, "image"),
+                  Object("LayeredTexture", 9, "layers") + Video(10, "image"),
               {"4,3,DiffuseColor", "5,3,TransparentColor", "6,3,TransparentColor", "7,3,NormalMap",
                "8,3,SpecularFactor", "9,3,EmissiveColor", "4,3,Bump", "10,4", "10,5", "10,6", "10,7", "10,8"},
               {"vantor_alphablend 1", "vantor_mipmapbias -1.5"}));
-    CLoadedMaterials objMaterials(objFile.GetName());
+    const CMaterialGraph objMaterials(objFile);
     const CSGMaterial* pMaterial = objMaterials.Get();
     ASSERT_NE(pMaterial, nullptr);
     for (const std::string& rLine :
@@ -374,37 +323,4 @@ TEST(FBXMaterials, TexturesMaskReplaceAndShare)
     EXPECT_EQ(pMaterial->GetTexCoordSet(CSGMaterial::PARAM_NORMALMAP), 0);
     EXPECT_EQ(pMaterial->GetTexCoordSet(CSGMaterial::PARAM_SPECULAR), 1);
     EXPECT_EQ(pMaterial->GetTexCoordSet(CSGMaterial::PARAM_EMISSION), -1);
-}
-
-// Textures of one name with images of different names, found in the folder that travels with the scene and
-// embedded.
-TEST(FBXMaterials, RealFilesHaveTheirImages)
-{
-    const struct
-    {
-        const char* szFile;
-        std::vector<std::pair<const char*, const char*>> vecImages; // of materials
-    } CASES[] = {
-        {"blender/fbx/materials.fbx", {{"TexNormal", "checker.png"}, {"Jpeg", "gradient.jpg"}}},
-        {"blender/fbx/textured_cube_embedded.fbx",
-         {{"MatChecker", "checker.png"}, {"MatGradient", "gradient.jpg"}}},
-        {"fbx/malformed/ufbx__ufbx/data/synthetic_texture_split_7500_binary.fbx",
-         {{"phong1", "checkerboard_transparency.png"}}},
-    };
-    for (const auto& rCase : CASES)
-    {
-        SCOPED_TRACE(rCase.szFile);
-        const std::string strFile = std::string(QDSG_SAMPLES_DIR) + "/" + rCase.szFile;
-        if (!fs::exists(strFile))
-        {
-            GTEST_SKIP() << "no samples";
-        }
-        CLoadedMaterials objMaterials(strFile);
-        for (const auto& [szMaterial, szImage] : rCase.vecImages)
-        {
-            EXPECT_EQ(fs::path(objMaterials.GetImage(CSGMaterial::PARAM_DIFFUSE, szMaterial)).filename(),
-                      szImage)
-                << szMaterial;
-        }
-    }
 }

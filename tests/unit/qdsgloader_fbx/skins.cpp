@@ -1,6 +1,6 @@
 // Skins: where the vertices stand that follow clusters, whatever is missing of these.
 #include "qdscenegraph/skin/CSGData_SkinBindingSet.h"
-#include "qdsgloader_fbx/CFBXTestScene.h"
+#include "qdsgloader_fbx/CFBXTestGraph.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -8,7 +8,6 @@
 namespace
 {
 
-using CLines = std::vector<std::string>;
 using CEdits = std::vector<std::pair<std::string, std::string>>; // what is there, what stands in its place
 
 // A triangle on a node that was bound at (10, 0, 0) and stands at (20, 0, 0) now; its geometric transform
@@ -38,21 +37,12 @@ const std::string OBJECTS = R"(
         Transform: *16 { a: 1,0,0,0,0,1,0,0,0,0,1,0,10,-2,0,1 }
         TransformLink: *16 { a: 1,0,0,0,0,1,0,0,0,0,1,0,0,2,0,1 } }
     Pose: 8, "Pose::Bind", "BindPose" { Type: "BindPose"
-        NbPoseNodes: 1
+        PoseNode: { Node: 99
+            Matrix: *16 { a: 1,0,0,0,0,1,0,0,0,0,1,0,7,0,0,1 } }
         PoseNode: { Node: 1
             Matrix: *16 { a: 1,0,0,0,0,1,0,0,0,0,1,0,10,0,0,1 } } }
 )";
-const std::string CONNECTIONS = R"(
-    C: "OO",1,0
-    C: "OO",2,0
-    C: "OO",3,0
-    C: "OO",4,1
-    C: "OO",5,4
-    C: "OO",6,5
-    C: "OO",7,5
-    C: "OO",2,6
-    C: "OO",3,7
-)";
+const std::string CONNECTIONS = Connect({"1,0", "2,0", "3,0", "4,1", "5,4", "6,5", "7,5", "2,6", "3,7"});
 
 std::string Edit(std::string strText, const CEdits& rEdits)
 {
@@ -68,9 +58,9 @@ std::string Edit(std::string strText, const CEdits& rEdits)
 }
 
 // "A B Body: 11 1 5, 12 1 1.25, 23 1 0": the nodes of the joints, and the three vertices.
-std::string DescribeSkin(const CFBXTestScene& rScene)
+std::string DescribeSkin(const CFBXTestGraph& rGraph)
 {
-    const CSGNode* pNode = rScene.Find("Body/default");
+    const CSGNode* pNode = rGraph.Find("Body/default");
     const auto* pBindings = pNode != nullptr ? pNode->FindData<CSGData_SkinBindingSet>() : nullptr;
     if (pBindings == nullptr)
     {
@@ -103,7 +93,7 @@ TEST(FBXSkins, VerticesFollowTheirClusters)
     {
         CEdits vecEdits;
         std::string strExpected;
-        CLines vecComplaints;
+        CValues vecComplaints;
     };
     const CEdits NO_LINK = {{"C: \"OO\",3,7\n", ""}};
     const CCase arrCases[] = {
@@ -131,6 +121,9 @@ TEST(FBXSkins, VerticesFollowTheirClusters)
         {{{"Transform: ", "Transfor: "}, {"TransformLink: ", "TransformLin: "}},
          "A B Body: 11 1 0, 12 1 0, 23 1 0",
          {}},
+        {{{"0,1,0,7,0,0,1", "0"}},
+         NORMALIZED,
+         {"4 Pose 'Bind' has no matrix of 16 numbers in 'Matrix' at line 30"}},
         {{{"a: 0.5,1 }", "a: 0,0 }"}, {"a: 3 }", "a: 0 }"}}, "no skin", {}},
         {{{"\"Skin\" {", "\"BlendShape\" {"}},
          "no skin",
@@ -139,8 +132,8 @@ TEST(FBXSkins, VerticesFollowTheirClusters)
     for (const CCase& rCase : arrCases)
     {
         SCOPED_TRACE(rCase.vecEdits.empty() ? "" : rCase.vecEdits.front().second);
-        const CFBXTestScene objScene(Edit(OBJECTS, rCase.vecEdits), Edit(CONNECTIONS, rCase.vecEdits));
-        EXPECT_EQ(DescribeSkin(objScene), rCase.strExpected);
-        EXPECT_EQ(objScene.GetComplaints(), rCase.vecComplaints);
+        const CFBXTestGraph objGraph(Edit(OBJECTS, rCase.vecEdits), Edit(CONNECTIONS, rCase.vecEdits));
+        EXPECT_EQ(DescribeSkin(objGraph), rCase.strExpected);
+        EXPECT_EQ(objGraph.GetComplaints(), rCase.vecComplaints);
     }
 }

@@ -6,15 +6,14 @@
 //     const std::vector<uint8_t> vecBytes = objFile.Finish();
 #pragma once
 
-#include "fbxsdk/document/CFBXRecord.h"
-
 #include <zlib.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <variant>
 #include <vector>
 
 class CFBXTestFile
@@ -40,8 +39,14 @@ class CFBXTestFile
     template <class... VALUES>
     CFBXTestFile& Open(std::string_view strName, const VALUES&... rValues)
     {
-        const size_t nValues = Begin(strName);
-        EndValues(nValues, (size_t{0} + ... + Value(rValues)));
+        m_vecOpen.push_back(m_strBytes.size());
+        m_strBytes.append(GetHeadBytes() - 1, '\0');
+        m_strBytes += static_cast<char>(strName.size());
+        m_strBytes += strName;
+        const size_t nValues = m_strBytes.size();
+        PatchSize(m_vecOpen.back() + GetSizeBytes(), (size_t{0} + ... + Value(rValues)));
+        PatchSize(m_vecOpen.back() + 2 * GetSizeBytes(), m_strBytes.size() - nValues);
+        m_bChildren = false;
         return *this;
     }
     CFBXTestFile& Close()
@@ -61,31 +66,6 @@ class CFBXTestFile
         return Open(strName, rValues...).Close();
     }
 
-    // A record of another file, with all inside of it.
-    CFBXTestFile& Copy(const CFBXRecord& rRecord)
-    {
-        const size_t nValues = Begin(rRecord.GetName());
-        size_t nCount = 0;
-        for (const CFBXValue& rValue : rRecord.GetValues())
-        {
-            std::vector<double> vecNumbers;
-            if (rValue.IsArray())
-            {
-                rRecord.ReadDoubles(vecNumbers);
-            }
-            nCount += rValue.IsArray()                      ? CopyArray(rRecord, vecNumbers)
-                      : rValue.GetType() == EFBXType::INT   ? Value(rValue.GetInt64())
-                      : rValue.GetType() == EFBXType::FLOAT ? Value(rValue.GetDouble())
-                                                            : Value(ToBinaryName(rValue.GetString()));
-        }
-        EndValues(nValues, nCount);
-        for (const CFBXRecord& rChild : rRecord.GetChildren())
-        {
-            Copy(rChild);
-        }
-        return Close();
-    }
-
     // Closes the top level; the footer, which readers do not look at, is shorter than a real one.
     std::vector<uint8_t> Finish()
     {
@@ -95,41 +75,6 @@ class CFBXTestFile
     }
 
   private:
-    // Where the values begin.
-    size_t Begin(std::string_view strName)
-    {
-        m_vecOpen.push_back(m_strBytes.size());
-        m_strBytes.append(GetHeadBytes() - 1, '\0');
-        m_strBytes += static_cast<char>(strName.size());
-        m_strBytes += strName;
-        return m_strBytes.size();
-    }
-    void EndValues(size_t nValues, size_t nCount)
-    {
-        PatchSize(m_vecOpen.back() + GetSizeBytes(), nCount);
-        PatchSize(m_vecOpen.back() + 2 * GetSizeBytes(), m_strBytes.size() - nValues);
-        m_bChildren = false;
-    }
-    size_t CopyArray(const CFBXRecord& rRecord, const std::vector<double>& rNumbers)
-    {
-        if (std::ranges::any_of(rNumbers, [](double d) { return d != std::floor(d); }))
-        {
-            return Value(rNumbers);
-        }
-        std::vector<int64_t> vecWhole;
-        rRecord.ReadInt64s(vecWhole);
-        return Value(vecWhole);
-    }
-    // "Class::Name" of an ASCII file.
-    static std::string ToBinaryName(std::string_view strText)
-    {
-        const size_t nColons = strText.find("::");
-        return nColons == std::string_view::npos
-                   ? std::string(strText)
-                   : std::string(strText.substr(nColons + 2)) + std::string("\0\1", 2) +
-                         std::string(strText.substr(0, nColons));
-    }
-
     size_t GetSizeBytes() const { return m_nVersion >= 7500 ? 8 : 4; }
     size_t GetHeadBytes() const { return 3 * GetSizeBytes() + 1; }
 
@@ -156,20 +101,24 @@ class CFBXTestFile
         m_strBytes.replace(nPlace, strSize.size(), strSize);
     }
 
+    template <class T>
+    static constexpr char LETTER = std::is_same_v<T, char>      ? 'C'
+                                   : std::is_same_v<T, int16_t> ? 'Y'
+                                   : std::is_same_v<T, int32_t> ? 'I'
+                                   : std::is_same_v<T, int64_t> ? 'L'
+                                   : std::is_same_v<T, float>   ? 'F'
+                                                                : 'D';
+
     // Each gives the number of values that it wrote.
     template <class T>
-    size_t Number(char cType, T tNumber)
+    requires std::is_arithmetic_v<T> size_t Value(T tNumber)
     {
-        m_strBytes += cType;
+        m_strBytes += LETTER<T>;
         Put(tNumber);
         return 1;
     }
-    size_t Value(char cValue) { return Number('C', cValue); }
-    size_t Value(int16_t nValue) { return Number('Y', nValue); }
-    size_t Value(int32_t nValue) { return Number('I', nValue); }
-    size_t Value(int64_t nValue) { return Number('L', nValue); }
-    size_t Value(float fValue) { return Number('F', fValue); }
-    size_t Value(double dValue) { return Number('D', dValue); }
+    size_t Value(std::string_view strText) { return Text('S', strText); }
+    size_t Value(const SRaw& rRaw) { return Text('R', rRaw.strBytes); }
     size_t Text(char cType, std::string_view strBytes)
     {
         m_strBytes += cType;
@@ -177,17 +126,19 @@ class CFBXTestFile
         m_strBytes += strBytes;
         return 1;
     }
-    size_t Value(std::string_view strText) { return Text('S', strText); }
-    size_t Value(const std::string& rText) { return Text('S', rText); }
-    size_t Value(const char* szText) { return Text('S', szText); }
-    size_t Value(const SRaw& rRaw) { return Text('R', rRaw.strBytes); }
-    size_t Value(const std::vector<float>& rNumbers) { return Array('f', rNumbers); }
-    size_t Value(const std::vector<double>& rNumbers) { return Array('d', rNumbers); }
-    size_t Value(const std::vector<int32_t>& rNumbers) { return Array('i', rNumbers); }
-    size_t Value(const std::vector<int64_t>& rNumbers) { return Array('l', rNumbers); }
-    size_t Value(const std::vector<char>& rNumbers) { return Array('b', rNumbers); }
+    // Values of types that only a run knows, one after the other.
+    template <class... T>
+    size_t Value(const std::vector<std::variant<T...>>& rValues)
+    {
+        size_t nCount = 0;
+        for (const auto& rAny : rValues)
+        {
+            nCount += std::visit([&](const auto& rValue) { return Value(rValue); }, rAny);
+        }
+        return nCount;
+    }
     template <class T>
-    size_t Array(char cType, const std::vector<T>& rNumbers)
+    size_t Value(const std::vector<T>& rNumbers)
     {
         if (m_nVersion < 7000)
         {
@@ -205,7 +156,7 @@ class CFBXTestFile
                      static_cast<uLong>(strNumbers.size()));
             strNumbers = strPacked.substr(0, ulPacked);
         }
-        m_strBytes += cType;
+        m_strBytes += std::is_same_v<T, char> ? 'b' : static_cast<char>(LETTER<T> + 'a' - 'A');
         Put(static_cast<uint32_t>(rNumbers.size()));
         Put(uint32_t{m_bDeflate});
         Put(static_cast<uint32_t>(strNumbers.size()));

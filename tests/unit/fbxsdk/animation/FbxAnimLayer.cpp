@@ -3,57 +3,29 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <map>
-
 namespace
 {
 
-constexpr const char* SCENE = R"(
-Objects: {
-    Model: 1, "Model::A", "Null" { Properties70: { P: "Lcl Translation", "", "", "A", 1,2,3 } }
-    AnimationStack: 10, "AnimStack::S", "" { Properties70: {
-        P: "Description", "KString", "", "", "walk"
-        P: "LocalStart", "KTime", "Time", "", 46186158000
-        P: "LocalStop", "KTime", "Time", "", 92372316000 } }
-    AnimationLayer: 11, "AnimLayer::L", "" { }
-    AnimationLayer: 12, "AnimLayer::M", "" { }
-    AnimationCurveNode: 20, "AnimCurveNode::T", "" { Properties70: {
-        P: "d|X", "Number", "", "A", 7
-        P: "d|Y", "Number", "", "A", 8 } }
-    AnimationCurveNode: 21, "AnimCurveNode::T", "" { Properties70: { P: "d|X", "Number", "", "A", 70 } }
-    AnimationCurveNode: 22, "AnimCurveNode::Visibility", "" { }
-    AnimationCurve: 30, "AnimCurve::y", "" {
-        KeyTime: *2 { a: 0,46186158000 }
-        KeyValueFloat: *2 { a: 0,10 }
-        KeyAttrFlags: *1 { a: 4 }
-        KeyAttrRefCount: *1 { a: 2 } }
-    AnimationCurve: 31, "AnimCurve::keyless", "" { Default: 5 }
-    AnimationCurve: 32, "AnimCurve::v", "" {
-        KeyTime: *1 { a: 0 }
-        KeyValueFloat: *1 { a: 0.5 } }
-}
-Connections: {
-    C: "OO",1,0
-    C: "OO",11,10
-    C: "OO",12,10
-    C: "OO",21,11
-    C: "OO",20,11
-    C: "OO",22,11
-    C: "OP",21,1,"Lcl Translation"
-    C: "OP",20,1,"Lcl Translation"
-    C: "OP",22,1,"Visibility"
-    C: "OP",30,20,"d|Y"
-    C: "OP",31,20,"d|Z"
-    C: "OP",32,22,"d|Visibility"
-})";
-
 TEST(FbxAnimLayer, FindsWhatDrivesAProperty)
 {
-    const CFBXTestScene objScene(SCENE);
+    const CFBXTestScene objScene(
+        Object("Model", 1, "A", "Null", Properties({"Lcl Translation 1,2,3"})) +
+            Object("AnimationStack", 10, "S", "",
+                   Properties({"Description \"walk\"", "LocalStart 46186158000", "LocalStop 92372316000"})) +
+            Object("AnimationLayer", 11, "L") + Object("AnimationLayer", 12, "M") +
+            Object("AnimationCurveNode", 20, "T", "", Properties({"d|X 7", "d|Y 8"})) +
+            Object("AnimationCurveNode", 21, "T", "", Properties({"d|X 70"})) +
+            Object("AnimationCurveNode", 22, "Visibility") +
+            Object("AnimationCurve", 30, "y", "",
+                   "KeyTime: *2 { a: 0,46186158000 }\nKeyValueFloat: *2 { a: 0,10 }\n"
+                   "KeyAttrFlags: *1 { a: 4 }\nKeyAttrRefCount: *1 { a: 2 }\n") +
+            Object("AnimationCurve", 31, "keyless", "", "Default: 5\n") +
+            Object("AnimationCurve", 32, "v", "", "KeyTime: *1 { a: 0 }\nKeyValueFloat: *1 { a: 0.5 }\n"),
+        Connect({"1,0", "11,10", "12,10", "21,11", "20,11", "22,11", "21,1,Lcl Translation",
+                 "20,1,Lcl Translation", "22,1,Visibility", "30,20,d|Y", "31,20,d|Z", "32,22,d|Visibility"}));
     const FbxNode* pNode = objScene.FindNode("A");
     const FbxAnimStack* pStack = objScene.Find<FbxAnimStack>("S");
-    ASSERT_TRUE(pNode != nullptr && pStack != nullptr) << objScene.GetError();
+    ASSERT_TRUE(pNode != nullptr && pStack != nullptr);
     EXPECT_EQ(pStack->GetDescription(), "walk");
     EXPECT_EQ(pStack->GetLocalTimeSpan().m_objStart.GetSecondDouble(), 1);
     EXPECT_EQ(pStack->GetLocalTimeSpan().m_objStop.GetSecondDouble(), 2);
@@ -76,65 +48,6 @@ TEST(FbxAnimLayer, FindsWhatDrivesAProperty)
     objValue = {-1, -1, -1};
     EXPECT_FALSE(pStack->GetLayers().back()->Evaluate(pNode, "Lcl Translation", FbxTime(), objValue));
     EXPECT_EQ(objValue, (FbxDouble3{-1, -1, -1}));
-}
-
-// What a file says of its animated properties, by their names, at many times.
-std::map<std::string, std::vector<double>> ReadMotion(const std::string& rFile)
-{
-    std::map<std::string, std::vector<double>> mapMotion;
-    const std::unique_ptr<FbxManager> spManager = FbxManager::Create();
-    const std::unique_ptr<FbxIOSettings> spSettings = FbxIOSettings::Create(spManager.get(), IOSROOT);
-    const std::unique_ptr<FbxImporter> spImporter = FbxImporter::Create(spManager.get());
-    FbxScene* pScene = FbxScene::Create(spManager.get(), "sample");
-    EXPECT_TRUE(spImporter->Initialize(rFile, spSettings.get()) && spImporter->Import(pScene)) << rFile;
-    for (const FbxAnimCurveNode* pCurveNode : pScene->GetObjects<FbxAnimCurveNode>())
-    {
-        for (const FbxAnimCurveNode::SChannel& rChannel : pCurveNode->GetChannels())
-        {
-            for (double dSeconds = -0.5; rChannel.pCurve != nullptr && dSeconds < 4; dSeconds += 0.0973)
-            {
-                const CFBXLink& rLink = pCurveNode->GetDstLinks().back();
-                mapMotion[rLink.m_pObject->GetName() + std::string(rLink.m_strProperty) +
-                          std::string(rChannel.strName)]
-                    .push_back(rChannel.pCurve->Evaluate(FbxTime::FromSeconds(dSeconds)));
-            }
-        }
-    }
-    return mapMotion;
-}
-
-TEST(FbxAnimLayer, OldAndNewFilesOfASceneMoveAlike)
-{
-    const std::string strFolder = QDSG_SAMPLES_DIR "/fbx/ufbx__ufbx/data/";
-    if (!std::filesystem::is_directory(strFolder))
-    {
-        GTEST_SKIP() << "no samples";
-    }
-    const struct
-    {
-        const char* szOne;
-        const char* szOther;
-        size_t nCurves;
-    } PAIRS[] = {
-        {"maya_pivot_offset_7700_ascii.fbx", "maya_pivot_offset_6100_binary.fbx", 40},
-        {"maya_anim_extrapolation_7100_binary.fbx", "maya_anim_extrapolation_6100_ascii.fbx", 1},
-        {"max2009_cube_anim_6100_binary.fbx", "max2009_cube_anim_5800_ascii.fbx", 9},
-        {"motionbuilder_sausage_rrss_7700_ascii.fbx", "motionbuilder_sausage_rrss_7700_binary.fbx", 6},
-    };
-    for (const auto& [szOne, szOther, nCurves] : PAIRS)
-    {
-        auto mapOther = ReadMotion(strFolder + szOther);
-        EXPECT_EQ(mapOther.size(), nCurves) << szOther;
-        for (const auto& [strName, vecValues] : ReadMotion(strFolder + szOne))
-        {
-            ASSERT_EQ(mapOther[strName].size(), vecValues.size()) << szOther << " " << strName;
-            for (size_t n = 0; n < vecValues.size(); ++n)
-            {
-                EXPECT_NEAR(mapOther[strName][n], vecValues[n], 1e-4)
-                    << szOther << " " << strName << " " << n;
-            }
-        }
-    }
 }
 
 } // namespace

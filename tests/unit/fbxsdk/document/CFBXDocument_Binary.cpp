@@ -13,25 +13,11 @@ namespace
 
 using namespace std::string_view_literals;
 
-std::string MakeRow(int nCount)
-{
-    std::string strRow;
-    for (int n = 0; n < nCount; ++n)
-    {
-        strRow += (n > 0 ? " " : "") + std::to_string(n * n);
-    }
-    return strRow;
-}
-
-std::vector<double> MakeSquares(int nCount)
-{
-    std::vector<double> vecSquares;
-    for (int n = 0; n < nCount; ++n)
-    {
-        vecSquares.push_back(n * n);
-    }
-    return vecSquares;
-}
+// As many as are kept as a row.
+const std::vector<double> ROW = {0, 1, 4, 9, 16, 25, 36, 49, 64, 81, 2.5, -1, 0.25, 7, 8, 9,
+                                 1, 2, 3, 4, 5,  6,  7,  8,  9,  8,  7,   6,  5,    4, 3, 2};
+constexpr const char* ROW_TEXT =
+    "0 1 4 9 16 25 36 49 64 81 2.5 -1 0.25 7 8 9 1 2 3 4 5 6 7 8 9 8 7 6 5 4 3 2";
 
 // One that every version of the format can say.
 std::vector<uint8_t> MakeFile(int nVersion, bool bBigEndian, bool bDeflate)
@@ -41,7 +27,7 @@ std::vector<uint8_t> MakeFile(int nVersion, bool bBigEndian, bool bDeflate)
     objFile.Open("Objects").Open("Model", int64_t{-5000000000}, "Cube\0\1Model"sv, "Mesh");
     objFile.Add("Numbers", '\1', 'T', int16_t{-2}, int32_t{-70000}, 0.5f, -1.25,
                 CFBXTestFile::SRaw{"\x7F\0b"});
-    objFile.Add("Row", MakeSquares(40)).Close().Add("Empty", "").Close();
+    objFile.Add("Row", ROW).Close().Add("Empty", "").Close();
     return objFile.Finish();
 }
 
@@ -50,7 +36,7 @@ TEST(CFBXDocument, EveryVersionAndByteOrderGivesTheSame)
     const std::string strExpected =
         std::string(
             "Objects(){Model(-5e+09,'Cube\0\1Model','Mesh'){Numbers(1,'T',-2,-70000,0.5,-1.25,'\x7F')Row(["sv) +
-        MakeRow(40) + "])}Empty('')}";
+        ROW_TEXT + "])}Empty('')}";
     for (const int nVersion : {2000, 3000, 6100, 7000, 7400, 7499, 7500, 7700})
     {
         for (const bool bBigEndian : {false, true})
@@ -165,13 +151,9 @@ TEST(CFBXDocument, RecordsNestedTooDeepAreRefused)
     for (const int nDepth : {64, 65, 100000})
     {
         CFBXTestFile objFile(7400);
-        for (int n = 0; n < nDepth; ++n)
+        for (int n = 0; n < 2 * nDepth; ++n)
         {
-            objFile.Open("N");
-        }
-        for (int n = 0; n < nDepth; ++n)
-        {
-            objFile.Close();
+            n < nDepth ? objFile.Open("N") : objFile.Close();
         }
         CQDString strError;
         EXPECT_EQ(CFBXDocument::FromBytes(objFile.Finish(), strError) != nullptr, nDepth == 64) << nDepth;

@@ -4,55 +4,47 @@
 #include "fbxsdk/document/CFBXDocument.h"
 #include "support/FBXTestFile.h"
 
-#include <cstdio>
-#include <string>
+#include <iomanip>
+#include <sstream>
 
 inline std::unique_ptr<CFBXDocument> ParseText(std::string_view strText, CQDString& rError)
 {
     return CFBXDocument::FromBytes({strText.begin(), strText.end()}, rError);
 }
 
-inline std::string DescribeNumber(double dNumber)
-{
-    char arrText[32];
-    std::snprintf(arrText, sizeof(arrText), "%.9g", dNumber);
-    return arrText;
-}
-
 // "Name(1,1.5,'text',[1 2 3]){Child()Child()}": arrays, and rows of numbers that are kept as such, in
 // brackets.
 inline std::string Describe(const CFBXRecord& rRecord)
 {
-    std::string strText(rRecord.GetName());
-    std::string strValues;
+    std::ostringstream objText;
+    objText << std::setprecision(9) << rRecord.GetName() << "(";
     for (const CFBXValue& rValue : rRecord.GetValues())
     {
-        strValues += strValues.empty() ? "" : ",";
+        objText << (&rValue == rRecord.GetValues().data() ? "" : ",");
         if (rValue.IsArray())
         {
             std::vector<double> vecNumbers;
-            std::string strNumbers = rRecord.ReadDoubles(vecNumbers) ? "" : "damaged";
-            for (const double dNumber : vecNumbers)
+            objText << (rRecord.ReadDoubles(vecNumbers) ? "[" : "[damaged");
+            for (size_t n = 0; n < vecNumbers.size(); ++n)
             {
-                strNumbers += (strNumbers.empty() ? "" : " ") + DescribeNumber(dNumber);
+                objText << (n > 0 ? " " : "") << vecNumbers[n];
             }
-            strValues += "[" + strNumbers + "]";
+            objText << "]";
+        }
+        else if (rValue.IsNumber())
+        {
+            objText << rValue.GetDouble();
         }
         else
         {
-            strValues += rValue.IsNumber() ? DescribeNumber(rValue.GetDouble())
-                                           : "'" + std::string(rValue.GetString()) + "'";
+            objText << "'" << rValue.GetString() << "'";
         }
     }
-    strText += "(" + strValues + ")";
-    if (rRecord.HasChildren())
+    objText << ")" << (rRecord.HasChildren() ? "{" : "");
+    for (const CFBXRecord& rChild : rRecord.GetChildren())
     {
-        strText += "{";
-        for (const CFBXRecord& rChild : rRecord.GetChildren())
-        {
-            strText += Describe(rChild);
-        }
-        strText += "}";
+        objText << Describe(rChild);
     }
-    return strText;
+    objText << (rRecord.HasChildren() ? "}" : "");
+    return objText.str();
 }

@@ -35,7 +35,6 @@ TEST(FBXObjectName, CutsOnlyMarksOfClashes)
         {"a_ncl_1", "a_ncl_1"},
         {"a_ncl1_b", "a_ncl1_b"},
         {"a_ncl", "a_ncl"},
-        {"uncle", "uncle"},
     };
     for (const auto& [strName, strCut] : CASES)
     {

@@ -3,13 +3,6 @@
 
 #include <gtest/gtest.h>
 
-namespace
-{
-
-using Lines = std::vector<std::string>;
-
-} // namespace
-
 TEST(FBXObjects6, ModelsComeApart)
 {
     const auto spTable = MakeTable(6100, R"(
@@ -35,10 +28,8 @@ Objects:  {
  GlobalSettings:  { Properties60: { Property: "UpAxis", "int", "",2 } }
 }
 Connections:  {
- Connect: "OO", "Model::Box", "Model::Scene"
- Connect: "OO", "Model::Cam", "Model::Box"
- Connect: "OO", "Model::Nobody", "Model::Box"
- Connect: "OO", "Deformer::Skin Box", "Model::Box"
+ Connect: "OO", "Model::Box", "Model::Scene" Connect: "OO", "Model::Cam", "Model::Box"
+ Connect: "OO", "Model::Nobody", "Model::Box" Connect: "OO", "Deformer::Skin Box", "Model::Box"
  Connect: "OO", "SubDeformer::Cluster Box", "Deformer::Skin Box"
  Connect: "OO", "Model::Box_ncl1_1", "SubDeformer::Cluster Box"
  Connect: "PP", "NodeAttribute::Lens_ncl1_1", "FilmWidth", "Model::Box", "width"
@@ -94,12 +85,9 @@ Objects:  {
  Texture: "Texture::t1", "" { }
 }
 Connections:  {
- Connect: "OO", "Material::oak", "Model::C"
- Connect: "OO", "Material::oak", "Model::A"
- Connect: "OO", "Material::ash", "Model::A"
- Connect: "OO", "Texture::t0", "Model::A"
- Connect: "OO", "Texture::t1", "Model::A"
- Connect: "OO", "Material::ash", "Model::B"
+ Connect: "OO", "Material::oak", "Model::C" Connect: "OO", "Material::oak", "Model::A"
+ Connect: "OO", "Material::ash", "Model::A" Connect: "OO", "Texture::t0", "Model::A"
+ Connect: "OO", "Texture::t1", "Model::A" Connect: "OO", "Material::ash", "Model::B"
  Connect: "OO", "Texture::t0", "Model::B"
 }
 )");

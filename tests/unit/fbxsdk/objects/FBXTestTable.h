@@ -1,28 +1,14 @@
 // Object tables from texts of ASCII files, and what they hold as text.
 #pragma once
 
-#include "fbxsdk/objects/CFBXObjectTable.h"
+#include "support/FBXTestScene.h"
 
-#include <string>
-#include <vector>
+using Lines = std::vector<std::string>;
 
-// Null when the file cannot be read; the error then says why.
-inline std::unique_ptr<CFBXObjectTable> MakeTable(int nVersion, const std::string& rText,
-                                                  CQDString* pError = nullptr)
+inline std::unique_ptr<CFBXObjectTable> MakeTable(int nVersion, const std::string& rText)
 {
-    const std::string strFile =
-        "; FBX project file\nFBXHeaderExtension:  {\n FBXVersion: " + std::to_string(nVersion) + "\n}\n" +
-        rText;
     CQDString strError;
-    std::unique_ptr<CFBXDocument> spDocument =
-        CFBXDocument::FromBytes({strFile.begin(), strFile.end()}, strError);
-    std::unique_ptr<CFBXObjectTable> spTable =
-        spDocument != nullptr ? CFBXObjectTable::Create(std::move(spDocument), strError) : nullptr;
-    if (pError != nullptr)
-    {
-        *pError = strError;
-    }
-    return spTable;
+    return ReadFBXTable(FBXHeader(nVersion) + rText, strError);
 }
 
 // "Model Mesh Box"
@@ -35,9 +21,9 @@ inline std::string Describe(const CFBXObjectTable& rTable, int64_t nId)
 }
 
 // One line for each object, with all that it is connected to: "Texture  Wood -> Material  Oak DiffuseColor".
-inline std::vector<std::string> Describe(const CFBXObjectTable& rTable)
+inline Lines Describe(const CFBXObjectTable& rTable)
 {
-    std::vector<std::string> vecLines;
+    Lines vecLines;
     for (const CFBXObject& rObject : rTable.GetObjects())
     {
         std::string strLine = Describe(rTable, rObject.nId);
