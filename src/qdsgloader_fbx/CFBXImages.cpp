@@ -75,16 +75,16 @@ CSGSurfacePtr CFBXImages::GetOrLoadImage(const CQDString& rStrImageName, const F
     CImage& rImage = it->second;
     if (bNew)
     {
-        rImage.strFilename = rTexture.GetFileName();
+        rImage.pTexture = &rTexture;
         if (const CSGTexturePtr spTexture = LoadImage(rStrImageName, rTexture))
         {
             rImage.spSurface = CSGSurf_Texture::Create(spTexture);
         }
     }
-    else if (rImage.strFilename != rTexture.GetFileName())
+    else if (rImage.pTexture->GetFileName() != rTexture.GetFileName())
     {
         Log(QD_FBX, LOG_WARNING, "Image '%s' encountered with different filenames.", rStrImageName);
-        Log(QD_FBX, LOG_WARNING, "Cached: '%s'", rImage.strFilename);
+        Log(QD_FBX, LOG_WARNING, "Cached: '%s'", rImage.pTexture->GetFileName());
         Log(QD_FBX, LOG_WARNING, "Second: '%s'", rTexture.GetFileName());
     }
     return rImage.spSurface;

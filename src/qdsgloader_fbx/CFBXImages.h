@@ -31,7 +31,7 @@ class CFBXImages
   private:
     struct CImage
     {
-        CQDString strFilename; // as the first texture that showed the image gave it
+        const FbxFileTexture* pTexture = nullptr; // the first that showed the image
         CSGSurfacePtr spSurface;
     };
     using CSamplerKey = std::pair<const CSGSurface*, std::pair<int, int>>;

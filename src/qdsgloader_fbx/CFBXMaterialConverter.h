@@ -16,8 +16,9 @@ class CFBXMaterialConverter
     struct CResult
     {
         CSGMaterialPtr spMaterial; // null (reported): failed
-        // The texture coordinates of each slot with a sampler; empty: the mesh's first.
-        std::array<CQDString, CSGMaterial::PARAM_COUNT> arrUVSets;
+        // The texture coordinates of each slot with a sampler, borrowed from the scene; empty: the mesh's
+        // first.
+        std::array<std::string_view, CSGMaterial::PARAM_COUNT> arrUVSets;
     };
 
     CFBXMaterialConverter(const FbxSurfaceMaterial& rMaterial, CFBXImages& rImages)

@@ -19,13 +19,13 @@ int32_t FindTexCoordSet(const CFBXMaterialConverter::CResult& rMaterial, EParam 
     {
         return -1;
     }
-    const CQDString& rName = rMaterial.arrUVSets[static_cast<size_t>(eParam)];
-    const int32_t nSet = rMesh.FindElementUV(rName);
-    if (nSet < 0 && !rName.empty() && rName != "default")
+    const std::string_view strName = rMaterial.arrUVSets[static_cast<size_t>(eParam)];
+    const int32_t nSet = rMesh.FindElementUV(strName);
+    if (nSet < 0 && !strName.empty() && strName != "default")
     {
         Log(QD_FBX, LOG_DETAIL,
             "Material '%s' asks for texture coordinates '%s', which mesh '%s' does not have",
-            rMaterial.spMaterial->GetGlobalName(), rName, rMesh.GetName());
+            rMaterial.spMaterial->GetGlobalName(), CQDString(strName), rMesh.GetName());
     }
     return std::max(nSet, 0);
 }

@@ -19,6 +19,8 @@ bool MayBeAnimated(const FbxNode& rNode)
 
 CFBXNodePaths::CFBXNodePaths(std::span<FbxNode* const> arrHierarchy)
 {
+    m_mapNodes.reserve(arrHierarchy.size());
+    m_mapPlaces.reserve(arrHierarchy.size());
     for (size_t n = 0; n < arrHierarchy.size(); ++n)
     {
         m_mapNodes[arrHierarchy[n]].nPlace = n;

@@ -4,6 +4,7 @@
 #include "qdcommon/CQDString.h"
 #include "qdscenegraph/reference/CSGRefPath.h"
 
+#include <memory_resource>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -40,7 +41,10 @@ class CFBXNodePaths
     void GiveName(const FbxNode& rFBXNode, CQDString strName);
     CQDString MakeUniqueName(const CQDString& rName);
 
-    std::unordered_map<const FbxNode*, CNode> m_mapNodes;
-    std::unordered_map<CQDString, std::vector<size_t>> m_mapPlaces; // of each name, in document order
-    std::unordered_map<CQDString, int> m_mapNumbers;                // the last one behind each name
+    // What the maps consist of lies side by side, and goes at once.
+    std::pmr::monotonic_buffer_resource m_objMapMemory;
+    std::pmr::unordered_map<const FbxNode*, CNode> m_mapNodes{&m_objMapMemory};
+    // Of each name, in document order.
+    std::pmr::unordered_map<CQDString, std::pmr::vector<size_t>> m_mapPlaces{&m_objMapMemory};
+    std::unordered_map<CQDString, int> m_mapNumbers; // the last one behind each name
 };

@@ -11,6 +11,7 @@ CSGNode::CNodePtr CSGLoaderFBXImpl::ConvertHierarchy()
 {
     std::vector<CSGNode::CNodePtr> vecNodes;
     vecNodes.reserve(m_vecHierarchy.size());
+    m_mapNodes.reserve(m_vecHierarchy.size());
     for (const FbxNode* pFBXNode : m_vecHierarchy)
     {
         vecNodes.push_back(ConvertNode(*pFBXNode));

@@ -5,6 +5,7 @@
 // Truncations at every byte and COUNT (5 000) mutations of each file, or of two small ones of the tests: one
 // as text, packed, and of the other width and byte order, and one of the older kind as text and as records.
 #include "../unit/support/FBXTestFile.h"
+#include "CFBXTextMutator.h"
 #include "CMutator.h"
 #include "UseScene.h"
 
@@ -118,14 +119,20 @@ bool TryDamagedCopies(const std::string& rSeed, int nCount)
         std::printf("the undamaged file does not load\n");
         return false;
     }
-    CMutator(rSeed).ForEach(nCount, [&](const std::string& rBytes) {
+    const auto TryAndCount = [&](const std::string& rBytes) {
         Try(rBytes);
         if (CSGMem::GetPool().GetNumLiveBlocks() != nBlocks)
         {
             std::printf("file %d leaves objects behind\n", nTried);
             std::exit(1);
         }
-    });
+    };
+    CMutator(rSeed).ForEach(nCount, TryAndCount);
+    CFBXTextMutator objTextMutator(rSeed);
+    for (int n = 0; rSeed.front() == ';' && n < nCount; ++n)
+    {
+        TryAndCount(objTextMutator.Mutate());
+    }
     std::printf("fuzz_fbx: %d files tried, %d of them loaded (seed of %zu bytes)\n", nTried, nLoaded,
                 rSeed.size());
     return true;

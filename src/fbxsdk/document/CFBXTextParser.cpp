@@ -112,8 +112,11 @@ uint64_t CFBXTextParser::GetLine(size_t nPlace)
         m_nCounted = 0;
         m_uiLine = 1;
     }
-    m_uiLine +=
-        static_cast<uint64_t>(std::ranges::count(m_strText.substr(m_nCounted, nPlace - m_nCounted), '\n'));
+    const std::string_view strText = m_strText.substr(m_nCounted, nPlace - m_nCounted);
+    for (size_t n = strText.find('\n'); n != std::string_view::npos; n = strText.find('\n', n + 1))
+    {
+        ++m_uiLine;
+    }
     m_nCounted = nPlace;
     return m_uiLine;
 }

@@ -15,6 +15,7 @@ CFBXSceneBuilder::CFBXSceneBuilder(FbxScene& rScene, std::unique_ptr<CFBXObjectT
 
 void CFBXSceneBuilder::Build()
 {
+    m_rScene.m_mapObjects.reserve(m_rScene.m_spTable->GetObjects().size());
     for (const CFBXObject& rObject : m_rScene.m_spTable->GetObjects())
     {
         if (std::unique_ptr<FbxObject> spObject = CFBXObjectFactory::Create(*m_rScene.m_spTable, rObject))

@@ -3,6 +3,7 @@
 #include "fbxsdk/base/CFBXTimeScale.h"
 #include "fbxsdk/import/CFBXSceneBuilder.h"
 #include "fbxsdk/objects/CFBXObjectTable.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 #include "qdcommon/CLogChecks.h"
 
 FbxImporter::FbxImporter() = default;
@@ -46,8 +47,8 @@ void FbxImporter::ReadTakes()
             const CFBXProperties& rProperties = rObject.objProperties;
             FbxTakeInfo& rTake = m_vecTakes.emplace_back();
             rTake.m_strName = rObject.strName;
-            rTake.m_strDescription = rProperties.GetString("Description");
-            rTake.m_strImportName = rProperties.GetString("ImportName");
+            rTake.m_strDescription = LimitFBXName(rProperties.GetString("Description"));
+            rTake.m_strImportName = LimitFBXName(rProperties.GetString("ImportName"));
             if (rTake.m_strImportName.empty())
             {
                 rTake.m_strImportName = rTake.m_strName;

@@ -9,8 +9,9 @@ std::unique_ptr<FbxFileTexture> FbxFileTexture::Create(const CFBXObjectTable&, c
     std::unique_ptr<FbxFileTexture> spTexture(new FbxFileTexture(&rObject));
     if (rObject.pRecord != nullptr)
     {
-        spTexture->m_strFileName = rObject.pRecord->GetChildString("FileName");
-        spTexture->m_strRelativeFileName = rObject.pRecord->GetChildString("RelativeFilename");
+        spTexture->m_strFileName = LimitFBXFileName(rObject.pRecord->GetChildString("FileName"));
+        spTexture->m_strRelativeFileName =
+            LimitFBXFileName(rObject.pRecord->GetChildString("RelativeFilename"));
     }
     return spTexture;
 }
@@ -18,17 +19,16 @@ std::unique_ptr<FbxFileTexture> FbxFileTexture::Create(const CFBXObjectTable&, c
 void FbxFileTexture::OnConnected()
 {
     const std::vector<FbxVideo*> vecMedia = GetSrcObjects<FbxVideo>();
-    if (vecMedia.empty())
-    {
-        return;
-    }
-    m_pMedia = vecMedia.front();
-    if (m_strFileName.empty())
-    {
-        m_strFileName = m_pMedia->GetFileName();
-    }
-    if (m_strRelativeFileName.empty())
-    {
-        m_strRelativeFileName = m_pMedia->GetRelativeFileName();
-    }
+    m_pMedia = vecMedia.empty() ? nullptr : vecMedia.front();
+}
+
+const CQDString& FbxFileTexture::GetFileName() const
+{
+    return m_strFileName.empty() && m_pMedia != nullptr ? m_pMedia->GetFileName() : m_strFileName;
+}
+
+const CQDString& FbxFileTexture::GetRelativeFileName() const
+{
+    return m_strRelativeFileName.empty() && m_pMedia != nullptr ? m_pMedia->GetRelativeFileName()
+                                                                : m_strRelativeFileName;
 }

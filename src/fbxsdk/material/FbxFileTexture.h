@@ -15,8 +15,8 @@ class FbxFileTexture final : public FbxTexture
 
     // As the tool wrote them, often for another system: the full name, and the name relative to the file.
     // What the texture does not say is its media's.
-    const CQDString& GetFileName() const { return m_strFileName; }
-    const CQDString& GetRelativeFileName() const { return m_strRelativeFileName; }
+    const CQDString& GetFileName() const;
+    const CQDString& GetRelativeFileName() const;
     // The image, which textures may share; null when the file has none for it.
     const FbxVideo* GetMedia() const { return m_pMedia; }
 
@@ -26,7 +26,7 @@ class FbxFileTexture final : public FbxTexture
   private:
     using FbxTexture::FbxTexture;
 
-    CQDString m_strFileName;
+    CQDString m_strFileName; // as the texture says it
     CQDString m_strRelativeFileName;
     const FbxVideo* m_pMedia = nullptr;
 };

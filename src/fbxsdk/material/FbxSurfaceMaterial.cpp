@@ -3,6 +3,7 @@
 #include "fbxsdk/document/CFBXRecord.h"
 #include "fbxsdk/material/FbxTexture.h"
 #include "fbxsdk/objects/CFBXObject.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 
 #include <algorithm>
 
@@ -11,10 +12,10 @@ std::unique_ptr<FbxSurfaceMaterial> FbxSurfaceMaterial::Create(const CFBXObjectT
 {
     std::unique_ptr<FbxSurfaceMaterial> spMaterial(new FbxSurfaceMaterial(&rObject));
     spMaterial->m_strShadingModel =
-        rObject.pRecord != nullptr ? rObject.pRecord->GetChildString(sShadingModel) : std::string_view();
+        rObject.pRecord != nullptr ? LimitFBXName(rObject.pRecord->GetChildString(sShadingModel)) : "";
     if (spMaterial->m_strShadingModel.empty())
     {
-        spMaterial->m_strShadingModel = spMaterial->FindProperty(sShadingModel).GetString();
+        spMaterial->m_strShadingModel = LimitFBXName(spMaterial->FindProperty(sShadingModel).GetString());
     }
     return spMaterial;
 }

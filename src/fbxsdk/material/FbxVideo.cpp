@@ -3,6 +3,7 @@
 #include "fbxsdk/document/CFBXLog.h"
 #include "fbxsdk/document/CFBXRecord.h"
 #include "fbxsdk/objects/CFBXObject.h"
+#include "fbxsdk/objects/FBXObjectName.h"
 #include "qdcommon/CLog.h"
 
 #include <array>
@@ -76,12 +77,12 @@ std::unique_ptr<FbxVideo> FbxVideo::Create(const CFBXObjectTable&, const CFBXObj
     if (const CFBXRecord* pRecord = rObject.pRecord)
     {
         // Tools do not agree on the case.
-        spVideo->m_strFileName = pRecord->GetChildString("Filename");
+        spVideo->m_strFileName = LimitFBXFileName(pRecord->GetChildString("Filename"));
         if (spVideo->m_strFileName.empty())
         {
-            spVideo->m_strFileName = pRecord->GetChildString("FileName");
+            spVideo->m_strFileName = LimitFBXFileName(pRecord->GetChildString("FileName"));
         }
-        spVideo->m_strRelativeFileName = pRecord->GetChildString("RelativeFilename");
+        spVideo->m_strRelativeFileName = LimitFBXFileName(pRecord->GetChildString("RelativeFilename"));
         if (const CFBXRecord* pContent = pRecord->FindChild("Content"))
         {
             spVideo->ReadContent(*pContent);
@@ -95,6 +96,12 @@ void FbxVideo::ReadContent(const CFBXRecord& rContent)
     // Binary files have bytes, ASCII files base64; both may be in pieces.
     CBase64Decoder objDecoder(m_vecContent);
     const std::span<const CFBXValue> arrValues = rContent.GetValues();
+    size_t nTextBytes = 0;
+    for (const CFBXValue& rValue : arrValues)
+    {
+        nTextBytes += rValue.GetType() == EFBXType::STRING ? rValue.GetBytes().size() : 0;
+    }
+    m_vecContent.reserve(nTextBytes / 4 * 3);
     for (const CFBXValue& rValue : arrValues)
     {
         if (rValue.GetType() == EFBXType::RAW)

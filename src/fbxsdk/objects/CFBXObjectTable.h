@@ -23,6 +23,7 @@
 
 #include <deque>
 #include <memory>
+#include <memory_resource>
 #include <span>
 #include <string_view>
 #include <unordered_map>
@@ -91,8 +92,10 @@ class CFBXObjectTable
 
     std::unique_ptr<CFBXDocument> m_spDocument;
     std::deque<CFBXObject> m_listObjects;
-    std::unordered_map<int64_t, const CFBXObject*, CFBXIdHash> m_mapObjects;
-    std::unordered_map<std::string_view, CFBXObject*> m_mapNames;
+    // What the maps consist of lies side by side, and goes at once.
+    std::pmr::monotonic_buffer_resource m_objMapMemory;
+    std::pmr::unordered_map<int64_t, const CFBXObject*, CFBXIdHash> m_mapObjects{&m_objMapMemory};
+    std::pmr::unordered_map<std::string_view, CFBXObject*> m_mapNames{&m_objMapMemory};
     std::vector<CFBXConnection> m_vecBySource;
     std::vector<CFBXConnection> m_vecByDestination;
     std::deque<CFBXProperties> m_listTemplates;

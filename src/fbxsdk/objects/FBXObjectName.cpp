@@ -36,14 +36,13 @@ std::string_view CutFBXClash(std::string_view strName)
     return bClash ? strName.substr(0, uiMark) : strName;
 }
 
-std::string_view LimitFBXName(std::string_view strName)
+std::string_view LimitFBXName(std::string_view strName, size_t uiMaxLength)
 {
-    constexpr size_t MAX_LENGTH = 1024;
-    if (strName.size() <= MAX_LENGTH)
+    if (strName.size() <= uiMaxLength)
     {
         return strName;
     }
-    size_t uiEnd = MAX_LENGTH;
+    size_t uiEnd = uiMaxLength;
     while (uiEnd > 0 && (static_cast<unsigned char>(strName[uiEnd]) & 0xC0u) == 0x80u) // within a character
     {
         --uiEnd;

@@ -5,6 +5,7 @@
 #include "fbxsdk/scene/FbxNode.h"
 
 #include <memory>
+#include <memory_resource>
 #include <unordered_map>
 #include <vector>
 
@@ -67,7 +68,9 @@ class FbxScene
     std::unique_ptr<CFBXObjectTable> m_spTable; // null: no file was read
     std::vector<std::unique_ptr<FbxObject>> m_vecObjects;
     std::vector<CFBXLink> m_vecLinks; // of all objects, those of one beside each other
-    std::unordered_map<int64_t, FbxObject*, CFBXIdHash> m_mapObjects;
+    // What the map consists of lies side by side, and goes at once.
+    std::pmr::monotonic_buffer_resource m_objMapMemory;
+    std::pmr::unordered_map<int64_t, FbxObject*, CFBXIdHash> m_mapObjects{&m_objMapMemory};
     FbxNode* m_pRootNode = nullptr;
     FbxGlobalSettings* m_pGlobalSettings = nullptr;
 };
