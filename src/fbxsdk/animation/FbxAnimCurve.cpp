@@ -102,12 +102,6 @@ Def::EConstantMode FbxAnimCurve::KeyGetConstantMode(int n) const
                : Def::eConstantStandard;
 }
 
-uint32_t FbxAnimCurve::KeyGetTangentMode(int n) const
-{
-    constexpr uint32_t TANGENT_BITS = 0x7F00;
-    return KeyGetInterpolation(n) == Def::eInterpolationCubic ? GetKey(n).uiFlags & TANGENT_BITS : 0;
-}
-
 FbxAnimCurveSegment FbxAnimCurve::GetSegment(int n) const
 {
     const FbxAnimCurveKey& a = GetKey(n);

@@ -108,11 +108,6 @@ class FbxAnimCurve final : public FbxObject
         return GetInterpolation(GetKey(n).uiFlags);
     }
     FbxAnimCurveDef::EConstantMode KeyGetConstantMode(int n) const;
-    uint32_t KeyGetTangentMode(int n) const; // FbxAnimCurveDef::ETangentMode bits; 0 unless cubic
-    double KeyGetLeftDerivative(int n) const { return static_cast<double>(GetKey(n).fLeftSlope); }
-    double KeyGetRightDerivative(int n) const { return static_cast<double>(GetKey(n).fRightSlope); }
-    double KeyGetLeftTangentWeight(int n) const { return static_cast<double>(GetKey(n).fLeftWeight); }
-    double KeyGetRightTangentWeight(int n) const { return static_cast<double>(GetKey(n).fRightWeight); }
 
     const SExtrapolation& GetPreExtrapolation() const { return m_objPre; }
     const SExtrapolation& GetPostExtrapolation() const { return m_objPost; }

@@ -17,8 +17,6 @@ class CFBXNurbsPatch
     // Nothing (reported) when orders, knots and points do not belong together.
     static std::optional<CFBXNurbsPatch> Read(const CFBXObject& rObject);
 
-    // x, y, z and weight of each; u runs first.
-    const std::vector<double>& GetPoints() const { return m_vecPoints; }
     // Every stretch between two different knots is cut into as many parts as the file wants, but into fewer
     // (reported) where the grid would have more points than the surface's own are worth and than are left;
     // takes what it needs of these. Points of a high order, which take long to find, count more than once.

@@ -39,13 +39,6 @@ class FbxLayerElement
         eAllSame
     };
 
-    enum EReferenceMode
-    {
-        eDirect,
-        eIndex, // what old files say for eIndexToDirect
-        eIndexToDirect
-    };
-
     // What a mesh has of each kind that values may belong to.
     struct CCounts
     {
@@ -74,14 +67,8 @@ class FbxLayerElement
     EType GetType() const { return m_eType; }
     const CQDString& GetName() const { return m_strName; }
     EMappingMode GetMappingMode() const { return m_eMappingMode; }
-    EReferenceMode GetReferenceMode() const { return m_vecIndices.empty() ? eDirect : eIndexToDirect; }
     // Floats in a value.
     int GetValueSize() const { return GetValueSize(m_eType); }
-
-    // All values, one after the other.
-    std::span<const float> GetDirectArray() const { return m_vecValues; }
-    // Empty for eDirect.
-    std::span<const int32_t> GetIndexArray() const { return m_vecIndices; }
 
     // The value of a corner: its number among the direct ones, always a valid one. The corner is given by its
     // polygon, its own number in the mesh and its control point.

@@ -57,10 +57,8 @@ class FbxMesh final : public FbxGeometry
     {
         return static_cast<int32_t>(m_arrElements[eType].size());
     }
-    int32_t GetElementNormalCount() const { return GetElementCount(FbxLayerElement::eNormal); }
     int32_t GetElementTangentCount() const { return GetElementCount(FbxLayerElement::eTangent); }
     int32_t GetElementUVCount() const { return GetElementCount(FbxLayerElement::eUV); }
-    int32_t GetElementVertexColorCount() const { return GetElementCount(FbxLayerElement::eVertexColor); }
     // Null when there are not so many.
     const FbxLayerElement* GetElement(FbxLayerElement::EType eType, int32_t n) const;
     const FbxLayerElement* GetElementNormal(int32_t n = 0) const
@@ -72,10 +70,6 @@ class FbxMesh final : public FbxGeometry
         return GetElement(FbxLayerElement::eTangent, n);
     }
     const FbxLayerElement* GetElementUV(int32_t n = 0) const { return GetElement(FbxLayerElement::eUV, n); }
-    const FbxLayerElement* GetElementVertexColor(int32_t n = 0) const
-    {
-        return GetElement(FbxLayerElement::eVertexColor, n);
-    }
     // The number of the texture coordinate set of the name; -1 when there is none.
     int32_t FindElementUV(std::string_view strName) const;
 

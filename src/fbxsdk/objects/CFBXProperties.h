@@ -30,7 +30,6 @@ class CFBXProperties
     std::vector<CFBXProperty>::const_iterator begin() const { return m_vecProperties.begin(); }
     std::vector<CFBXProperty>::const_iterator end() const { return m_vecProperties.end(); }
     size_t size() const { return m_vecProperties.size(); }
-    const CFBXProperties* GetTemplate() const { return m_pTemplate; }
 
   private:
     std::vector<CFBXProperty> m_vecProperties;

@@ -27,7 +27,6 @@ double FbxCamera::GetPixelAspectRatio() const
     return FindProperty("PixelAspectRatio", "PixelRatio").GetDouble(1);
 }
 double FbxCamera::GetFieldOfView() const { return FindProperty("FieldOfView").GetDouble(25.114999771118164); }
-double FbxCamera::GetFieldOfViewX() const { return FindProperty("FieldOfViewX").GetDouble(40); }
 double FbxCamera::GetFieldOfViewY() const { return FindProperty("FieldOfViewY").GetDouble(40); }
 double FbxCamera::GetFocalLength() const { return FindProperty("FocalLength").GetDouble(34.89327621672628); }
 double FbxCamera::GetFilmWidth() const { return FindProperty("FilmWidth").GetDouble(0.816); }

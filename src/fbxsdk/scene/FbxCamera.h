@@ -39,7 +39,6 @@ class FbxCamera final : public FbxNodeAttribute
     double GetAspectHeight() const;
     double GetPixelAspectRatio() const; // width of a pixel by its height
     double GetFieldOfView() const;      // whole angles in degrees
-    double GetFieldOfViewX() const;
     double GetFieldOfViewY() const;
     double GetFocalLength() const; // mm
     double GetFilmWidth() const;   // inches

@@ -21,6 +21,3 @@ double FbxLight::GetIntensity() const { return FindProperty("Intensity").GetDoub
 double FbxLight::GetInnerAngle() const { return FindProperty("InnerAngle", "HotSpot").GetDouble(0); }
 double FbxLight::GetOuterAngle() const { return FindProperty("OuterAngle", "Cone angle").GetDouble(45); }
 double FbxLight::GetDecayStart() const { return FindProperty("DecayStart").GetDouble(0); }
-bool FbxLight::GetEnableFarAttenuation() const { return FindProperty("EnableFarAttenuation").GetBool(); }
-double FbxLight::GetFarAttenuationStart() const { return FindProperty("FarAttenuationStart").GetDouble(0); }
-double FbxLight::GetFarAttenuationEnd() const { return FindProperty("FarAttenuationEnd").GetDouble(0); }

@@ -34,9 +34,6 @@ class FbxLight final : public FbxNodeAttribute
     double GetOuterAngle() const;
     EDecayType GetDecayType() const;
     double GetDecayStart() const; // the distance from which on it falls
-    bool GetEnableFarAttenuation() const;
-    double GetFarAttenuationStart() const;
-    double GetFarAttenuationEnd() const;
 
   private:
     explicit FbxLight(const CFBXObject& rObject) : FbxNodeAttribute(&rObject, eLight) {}

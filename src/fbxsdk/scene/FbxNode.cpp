@@ -21,16 +21,14 @@ FbxNode::FbxNode(const CFBXObject* pObject) : FbxObject(pObject)
     m_objGeometricTranslation = FindProperty("GeometricTranslation").GetDouble3();
     m_objGeometricRotation = FindProperty("GeometricRotation").GetDouble3();
     m_objGeometricScaling = FindProperty("GeometricScaling").GetDouble3(ONES);
-    m_bRotationActive =
-        FindProperty("RotationActive").GetBool() && !FindProperty("RotationSpaceForLimitOnly").GetBool();
-    if (m_bRotationActive)
+    if (FindProperty("RotationActive").GetBool() && !FindProperty("RotationSpaceForLimitOnly").GetBool())
     {
         m_objPreRotation = FindProperty("PreRotation").GetDouble3();
         m_objPostRotation = FindProperty("PostRotation").GetDouble3();
         m_eRotationOrder = static_cast<EFbxRotationOrder>(FindProperty("RotationOrder").GetInt(eEulerXYZ));
     }
     m_eInheritType = FindProperty("InheritType").GetEnum(eInheritRrSs, eInheritRrs, eInheritRrSs);
-    m_dVisibility = FindProperty("Visibility").GetDouble(1);
+    m_bVisibility = FindProperty("Visibility").GetDouble(1) != 0;
     m_bShow = FindProperty("Show").GetBool(true);
 }
 

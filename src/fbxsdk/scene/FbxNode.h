@@ -82,20 +82,15 @@ class FbxNode final : public FbxObject
     const FbxDouble3& GetScalingOffset() const { return m_objScalingOffset; }
     const FbxDouble3& GetScalingPivot() const { return m_objScalingPivot; }
     // Of the attributes only: children do not inherit it.
-    const FbxDouble3& GetGeometricTranslation() const { return m_objGeometricTranslation; }
-    const FbxDouble3& GetGeometricRotation() const { return m_objGeometricRotation; }
-    const FbxDouble3& GetGeometricScaling() const { return m_objGeometricScaling; }
     FbxAMatrix GetGeometricTransform() const;
 
-    // Without it, the file's pre- and post-rotation and its order do not count for transforms, at most for
-    // limits: the getters already say so.
-    bool GetRotationActive() const { return m_bRotationActive; }
-    // As the file says it: may be a number that is none of the orders.
+    // As the file says it: may be a number that is none of the orders. Where the file does not switch
+    // rotation on (RotationActive), or for limits only, its order, pre- and post-rotation do not count: they
+    // are those of a node without.
     EFbxRotationOrder GetRotationOrder() const { return m_eRotationOrder; }
     EInheritType GetTransformationInheritType() const { return m_eInheritType; }
     // Whether the node is seen when no animation says otherwise.
-    bool GetVisibility() const { return m_dVisibility != 0; }
-    double GetVisibilityValue() const { return m_dVisibility; }
+    bool GetVisibility() const { return m_bVisibility; }
     bool GetShow() const { return m_bShow; }
 
     // The curves' values where the layer (null for none) has curves, else those at rest.
@@ -156,8 +151,7 @@ class FbxNode final : public FbxObject
     EInheritType m_eInheritType = eInheritRrSs;
     EScaling m_eScalingAbove = eUnscaled;
     FbxGlobalPose m_objGlobalRestPose;
-    double m_dVisibility = 1;
+    bool m_bVisibility = true;
     bool m_bLclScalingAnimated = false; // by some layer, whether it has keys or not
-    bool m_bRotationActive = false;
     bool m_bShow = true;
 };

@@ -5,8 +5,6 @@
 #include "fbxsdk/scene/FbxScene.h"
 #include "qdcommon/CLog.h"
 
-#include <algorithm>
-
 FbxPose::FbxPose(const CFBXObject& rObject) : FbxObject(&rObject), m_bBindPose(rObject.strKind == "BindPose")
 {}
 
@@ -47,11 +45,4 @@ void FbxPose::OnConnected()
             rEntry.m_pNodeObject != nullptr ? GetScene()->FindObject(rEntry.m_pNodeObject->nId) : nullptr;
         rEntry.m_pNode = dynamic_cast<FbxNode*>(pNode);
     }
-}
-
-const FbxAMatrix* FbxPose::FindMatrix(const FbxNode* pNode) const
-{
-    const auto it = std::find_if(m_vecEntries.begin(), m_vecEntries.end(),
-                                 [pNode](const CEntry& rEntry) { return rEntry.m_pNode == pNode; });
-    return it != m_vecEntries.end() ? &it->m_objMatrix : nullptr;
 }

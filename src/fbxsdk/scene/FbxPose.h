@@ -21,8 +21,6 @@ class FbxPose final : public FbxObject
     FbxNode* GetNode(int n) const { return m_vecEntries[static_cast<size_t>(n)].m_pNode; }
     // From the node's space to the world's.
     const FbxAMatrix& GetMatrix(int n) const { return m_vecEntries[static_cast<size_t>(n)].m_objMatrix; }
-    // Null when the pose has none of that node.
-    const FbxAMatrix* FindMatrix(const FbxNode* pNode) const;
 
   protected:
     void OnConnected() override;
